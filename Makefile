@@ -1,0 +1,32 @@
+# Entry points. `make test` and `make run` install what is missing first.
+.PHONY: setup test check run bench fuzz format clean
+
+JOBS ?= $(shell nproc)
+
+setup:
+	@scripts/setup.sh
+
+# The whole suite: plain, ASan+UBSan, TSan, and a fuzz smoke run.
+test: setup
+	@scripts/test-all.sh
+
+# Quick loop for development: the plain build and its tests only.
+check: setup
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default -j $(JOBS)
+	@ctest --preset default
+
+run: setup
+	@scripts/run.sh
+
+bench: setup
+	@scripts/bench.sh
+
+fuzz: setup
+	@scripts/fuzz.sh $(or $(SECONDS),60)
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf build

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds the libFuzzer targets with clang and runs each for a few seconds
+# (argument: seconds per target, default 10). Crash inputs land in
+# build/fuzz/artifacts/.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+seconds=${1:-10}
+
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz -j "$(nproc)"
+mkdir -p build/fuzz/artifacts
+mapfile -t targets < <(find build/fuzz/fuzz -type f -executable -name 'fuzz_*' | sort)
+if [ ${#targets[@]} -eq 0 ]; then
+  echo "fuzz: no targets built"
+  exit 0
+fi
+for target in "${targets[@]}"; do
+  name=$(basename "$target")
+  corpus="build/fuzz/corpus/$name"
+  mkdir -p "$corpus"
+  seeds="fuzz/seeds/$name"
+  [ -d "$seeds" ] && cp -n "$seeds"/* "$corpus"/ 2>/dev/null || true
+  echo "fuzz: $name for ${seconds}s"
+  "$target" -max_total_time="$seconds" -rss_limit_mb=2048 -print_final_stats=0 \
+    -artifact_prefix=build/fuzz/artifacts/"$name"- "$corpus" 2>build/fuzz/"$name".log ||
+    { tail -n 60 build/fuzz/"$name".log; echo "fuzz: $name FAILED"; exit 1; }
+done
+echo "fuzz: ${#targets[@]} targets ran clean"

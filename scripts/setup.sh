@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Installs every Debian 12 package that building, testing, benchmarking and
+# fuzzing Tachyrun needs. Idempotent: prints nothing when all is present.
+set -euo pipefail
+
+PACKAGES=(
+  # toolchain
+  g++ cmake ninja-build ccache pkg-config git clang libclang-rt-14-dev
+  # test and benchmark frameworks
+  libgtest-dev libgmock-dev libbenchmark-dev
+  # registry store
+  libsqlite3-dev sqlite3
+  # picture engine: CPU (libyuv) and GPU (OpenCL, PoCL's CPU device for CI)
+  libyuv-dev ocl-icd-opencl-dev opencl-c-headers opencl-clhpp-headers pocl-opencl-icd clinfo
+  # comparison in the engine benchmark
+  libswscale-dev libavutil-dev
+  # test dialog and controls
+  qt6-base-dev libgl-dev fonts-dejavu-core xvfb xauth
+  # media graph helpers
+  libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
+  gstreamer1.0-tools libgsf-1-dev libgsf-bin
+)
+
+missing=()
+for pkg in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$pkg")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then
+  if command -v sudo >/dev/null 2>&1; then
+    SUDO="sudo"
+  else
+    echo "setup: need root or sudo to install: ${missing[*]}" >&2
+    exit 1
+  fi
+fi
+
+echo "setup: installing ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+echo "setup: done"
