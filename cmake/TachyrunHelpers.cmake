@@ -6,6 +6,10 @@ macro(tachyrun_setup_flags)
     add_compile_options(-fsanitize=${TACHYRUN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${TACHYRUN_SANITIZE})
   endif()
+  if(TACHYRUN_BUILD_FUZZ)
+    # Coverage feedback from the libraries too, not only from the fuzz drivers.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
 endmacro()
 
 # tachyrun_add_library(NAME SOURCES ... [DEPS ...] [PRIVATE_DEPS ...])
