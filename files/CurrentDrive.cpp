@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "files/TextFields.h"
 #include "platform/Directory.h"
 
 namespace {
@@ -27,9 +28,9 @@ int32_t ChangeCurrentDrive(int32_t drive) {
 
 int32_t GetDriveNumber(const char* path) {
   if (path == nullptr) return kDefaultDrive;
-  const unsigned char first = static_cast<unsigned char>(path[0]);
-  const int32_t upper = (first >= 'a' && first <= 'z') ? first - ('a' - 'A') : first;
-  return upper - 64;
+  // Bytes count from 0 to 255, so a non-ASCII first byte gives a number
+  // above 26 rather than a negative one.
+  return static_cast<unsigned char>(UpperAscii(path[0])) - 64;
 }
 
 int32_t ChangeDriveAndDir(const char* path) {

@@ -1,9 +1,25 @@
 #include "files/DataFile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/Directory.h"
+
+namespace {
+
+bool IsDirectoryStream(FILE* stream) {
+  struct stat st {};
+  return fstat(fileno(stream), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+// end - start as the 32-bit difference it always was: a range whose length
+// doesn't fit wraps to a negative count and reads or writes nothing.
+int32_t RangeLength(int32_t start, int32_t end) {
+  return static_cast<int32_t>(static_cast<uint32_t>(end) - static_cast<uint32_t>(start));
+}
+
+}  // namespace
 
 FILE* OpenDataFile(const char* path, bool readOnly) {
   if (path == nullptr) return nullptr;
@@ -16,6 +32,11 @@ FILE* OpenDataFile(const char* path, bool readOnly) {
     if (stream == nullptr) stream = std::fopen(path, "rb");
   }
   if (stream == nullptr) return nullptr;
+  // Linux opens a directory for reading; a data file is never one.
+  if (IsDirectoryStream(stream)) {
+    std::fclose(stream);
+    return nullptr;
+  }
   std::rewind(stream);
   return stream;
 }
@@ -25,23 +46,22 @@ void CloseDataFile(FILE* stream) {
 }
 
 int32_t ReadFileRange(int32_t start, int32_t end, void* buffer, FILE* stream) {
-  const int64_t n = static_cast<int64_t>(end) - start;
+  const int32_t n = RangeLength(start, end);
   if (n < 1 || buffer == nullptr || stream == nullptr) return 0;
   std::fseek(stream, start, SEEK_SET);
   return static_cast<int32_t>(std::fread(buffer, 1, static_cast<size_t>(n), stream));
 }
 
 int32_t WriteFileRange(int32_t start, int32_t end, const void* buffer, FILE* stream) {
-  const int64_t n = static_cast<int64_t>(end) - start;
+  const int32_t n = RangeLength(start, end);
   if (n < 1 || buffer == nullptr || stream == nullptr) return 0;
   std::fseek(stream, start, SEEK_SET);
   return static_cast<int32_t>(std::fwrite(buffer, 1, static_cast<size_t>(n), stream));
 }
 
 int32_t CopyDataFile(const char* target, const char* source) {
-  if (target == nullptr || source == nullptr) return -1;
-  if (platform::AccessPath(source, 0) != 0) return 0;
-  std::remove(target);
+  if (source == nullptr || platform::AccessPath(source, 0) != 0) return 0;
+  if (target != nullptr) std::remove(target);
   FILE* out = OpenDataFile(target, false);
   if (out == nullptr) return -1;
   // A write-protected source still opens through the read-only fallback.
@@ -68,8 +88,12 @@ void WriteFileErrorLog(const char* text) {
 
 int32_t FileExists(const char* path) {
   if (path == nullptr) return -1;
-  const int fd = open(path, O_RDONLY | O_CLOEXEC);
+  // Non-blocking so that a pipe without a writer doesn't hang the test.
+  const int fd = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) return -1;
+  // A directory can't be opened as a file, so it isn't one.
+  struct stat st {};
+  const bool isFile = fstat(fd, &st) == 0 && !S_ISDIR(st.st_mode);
   close(fd);
-  return 0;
+  return isFile ? 0 : -1;
 }

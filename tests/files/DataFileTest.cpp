@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "files/DataFile.h"
+#include "tests/files/TempDirTest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class DataFileTest : public TempDirTest {
+ protected:
+  static void WriteText(const fs::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+  }
+  static std::string ReadText(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  }
+  static bool RunsAsRoot() { return geteuid() == 0; }
+};
+
+}  // namespace
+
+TEST_F(DataFileTest, OpenMissingForWritingCreatesAnEmptyFile) {
+  FILE* stream = OpenDataFile("new.dat", false);
+  ASSERT_NE(stream, nullptr);
+  CloseDataFile(stream);
+  EXPECT_TRUE(fs::exists("new.dat"));
+  EXPECT_EQ(fs::file_size("new.dat"), 0u);
+}
+
+TEST_F(DataFileTest, OpenMissingReadOnlyGivesNull) {
+  EXPECT_EQ(OpenDataFile("missing.dat", true), nullptr);
+  EXPECT_FALSE(fs::exists("missing.dat"));
+}
+
+TEST_F(DataFileTest, OpenExistingForWritingKeepsItsContentAndStartsAtZero) {
+  WriteText("data.dat", "content");
+  FILE* stream = OpenDataFile("data.dat", false);
+  ASSERT_NE(stream, nullptr);
+  EXPECT_EQ(std::ftell(stream), 0);
+  char buffer[8] = {};
+  EXPECT_EQ(std::fread(buffer, 1, 7, stream), 7u);
+  EXPECT_STREQ(buffer, "content");
+  CloseDataFile(stream);
+}
+
+TEST_F(DataFileTest, WriteProtectedFileStillOpensForReading) {
+  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
+  WriteText("locked.dat", "abc");
+  fs::permissions("locked.dat", fs::perms::owner_read);
+  FILE* stream = OpenDataFile("locked.dat", false);
+  ASSERT_NE(stream, nullptr);
+  char buffer[4] = {};
+  EXPECT_EQ(ReadFileRange(0, 3, buffer, stream), 3);
+  EXPECT_STREQ(buffer, "abc");
+  // The caller isn't told; its writes simply fail.
+  EXPECT_EQ(WriteFileRange(0, 3, "xyz", stream), 0);
+  CloseDataFile(stream);
+  EXPECT_EQ(ReadText("locked.dat"), "abc");
+}
+
+TEST_F(DataFileTest, OpenBadPathsGivesNull) {
+  EXPECT_EQ(OpenDataFile(nullptr, false), nullptr);
+  EXPECT_EQ(OpenDataFile(nullptr, true), nullptr);
+  EXPECT_EQ(OpenDataFile("no/such/dir/file.dat", false), nullptr);
+  fs::create_directory("folder");
+  EXPECT_EQ(OpenDataFile("folder", false), nullptr);
+  EXPECT_EQ(OpenDataFile("folder", true), nullptr);
+  CloseDataFile(nullptr);
+}
+
+TEST_F(DataFileTest, RangesWithEndAtOrBelowStartDoNothing) {
+  WriteText("data.dat", "0123456789");
+  FILE* stream = OpenDataFile("data.dat", false);
+  ASSERT_NE(stream, nullptr);
+  ASSERT_EQ(std::fseek(stream, 3, SEEK_SET), 0);
+  char buffer[16] = {};
+  EXPECT_EQ(ReadFileRange(5, 5, buffer, stream), 0);
+  EXPECT_EQ(ReadFileRange(6, 2, buffer, stream), 0);
+  EXPECT_EQ(WriteFileRange(5, 5, "x", stream), 0);
+  EXPECT_EQ(WriteFileRange(6, 2, "x", stream), 0);
+  EXPECT_EQ(std::ftell(stream), 3);
+  CloseDataFile(stream);
+  EXPECT_EQ(ReadText("data.dat"), "0123456789");
+}
+
+TEST_F(DataFileTest, RangeLengthWrapsLikeA32BitDifference) {
+  WriteText("data.dat", "0123456789");
+  FILE* stream = OpenDataFile("data.dat", true);
+  ASSERT_NE(stream, nullptr);
+  char buffer[16] = {};
+  // INT32_MAX - (-10) doesn't fit in 32 bits and wraps below 1.
+  EXPECT_EQ(ReadFileRange(-10, INT32_MAX, buffer, stream), 0);
+  EXPECT_EQ(std::ftell(stream), 0);
+  CloseDataFile(stream);
+}
+
+TEST_F(DataFileTest, WriteThenReadAtAbsoluteOffsets) {
+  FILE* stream = OpenDataFile("rec.dat", false);
+  ASSERT_NE(stream, nullptr);
+  const int32_t size = 6;
+  EXPECT_EQ(WriteFileRange(0, 4, &size, stream), 4);
+  EXPECT_EQ(WriteFileRange(4, 10, "record", stream), 6);
+  int32_t readSize = 0;
+  char body[7] = {};
+  EXPECT_EQ(ReadFileRange(0, 4, &readSize, stream), 4);
+  EXPECT_EQ(readSize, 6);
+  EXPECT_EQ(ReadFileRange(4, 4 + readSize, body, stream), 6);
+  EXPECT_STREQ(body, "record");
+  // A read past the end gives what is there.
+  char tail[8] = {};
+  EXPECT_EQ(ReadFileRange(8, 16, tail, stream), 2);
+  EXPECT_STREQ(tail, "rd");
+  CloseDataFile(stream);
+}
+
+TEST_F(DataFileTest, RangesWithNullBufferOrStreamDoNothing) {
+  char buffer[4];
+  EXPECT_EQ(ReadFileRange(0, 4, buffer, nullptr), 0);
+  EXPECT_EQ(WriteFileRange(0, 4, buffer, nullptr), 0);
+  FILE* stream = OpenDataFile("x.dat", false);
+  ASSERT_NE(stream, nullptr);
+  EXPECT_EQ(ReadFileRange(0, 4, nullptr, stream), 0);
+  EXPECT_EQ(WriteFileRange(0, 4, nullptr, stream), 0);
+  CloseDataFile(stream);
+}
+
+TEST_F(DataFileTest, CopyWithMissingSourceKeepsTheTarget) {
+  WriteText("target.dat", "keep me");
+  EXPECT_EQ(CopyDataFile("target.dat", "missing.dat"), 0);
+  EXPECT_EQ(ReadText("target.dat"), "keep me");
+  EXPECT_EQ(CopyDataFile("target.dat", nullptr), 0);
+  EXPECT_EQ(ReadText("target.dat"), "keep me");
+}
+
+TEST_F(DataFileTest, CopyReplacesTheTargetWithTheSource) {
+  std::string big;
+  for (int i = 0; i < 5000; ++i) big += static_cast<char>(i * 7);
+  WriteText("source.dat", big);
+  WriteText("target.dat", std::string(9000, 'z'));
+  EXPECT_EQ(CopyDataFile("target.dat", "source.dat"), 0);
+  EXPECT_EQ(ReadText("target.dat"), big);
+  EXPECT_EQ(ReadText("source.dat"), big);
+}
+
+TEST_F(DataFileTest, CopyArgumentsAreTargetFirst) {
+  WriteText("a.dat", "AAA");
+  WriteText("b.dat", "BB");
+  EXPECT_EQ(CopyDataFile("a.dat", "b.dat"), 0);
+  EXPECT_EQ(ReadText("a.dat"), "BB");
+}
+
+TEST_F(DataFileTest, CopyToAnUnopenableTargetFails) {
+  WriteText("source.dat", "x");
+  EXPECT_EQ(CopyDataFile("no/such/dir/t.dat", "source.dat"), -1);
+  EXPECT_EQ(CopyDataFile(nullptr, "source.dat"), -1);
+}
+
+TEST_F(DataFileTest, CopyFromAWriteProtectedSource) {
+  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
+  WriteText("source.dat", "protected");
+  fs::permissions("source.dat", fs::perms::owner_read);
+  EXPECT_EQ(CopyDataFile("target.dat", "source.dat"), 0);
+  EXPECT_EQ(ReadText("target.dat"), "protected");
+}
+
+TEST_F(DataFileTest, ErrorLogHoldsOnlyTheLastMessage) {
+  WriteFileErrorLog("first failure, a long one");
+  EXPECT_EQ(ReadText("FileErr.txt"), "first failure, a long one");
+  WriteFileErrorLog("second");
+  EXPECT_EQ(ReadText("FileErr.txt"), "second");
+  WriteFileErrorLog(nullptr);
+  EXPECT_EQ(ReadText("FileErr.txt"), "");
+}
+
+TEST_F(DataFileTest, ErrorLogWithoutAWritableDirectoryIsSilent) {
+  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
+  fs::create_directory("ro");
+  fs::current_path("ro");
+  fs::permissions(".", fs::perms::owner_read | fs::perms::owner_exec);
+  WriteFileErrorLog("lost");
+  EXPECT_FALSE(fs::exists("FileErr.txt"));
+  fs::permissions(".", fs::perms::owner_all);
+}
+
+TEST_F(DataFileTest, FileExistsOnlyForReadableFiles) {
+  WriteText("here.dat", "");
+  EXPECT_EQ(FileExists("here.dat"), 0);
+  EXPECT_EQ(FileExists("gone.dat"), -1);
+  EXPECT_EQ(FileExists(nullptr), -1);
+  fs::create_directory("folder");
+  EXPECT_EQ(FileExists("folder"), -1);
+}
+
+TEST_F(DataFileTest, FileExistsOfAPipeWithoutWriterDoesNotHang) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  EXPECT_EQ(FileExists("pipe"), 0);
+}
