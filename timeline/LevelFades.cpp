@@ -1,0 +1,236 @@
+// Fades, end times and the scaling family of a level curve.
+
+#include <vector>
+
+#include "timeline/LevelPointList.h"
+
+namespace {
+
+// Point times of the scaling family are rounded with this constant of their own.
+constexpr double kScaleRounding = 0.455555;
+
+int64_t ScaledTime(int64_t time, double factor) {
+  return static_cast<int64_t>(static_cast<double>(time) * factor + kScaleRounding);
+}
+
+CLevelPoint* NewFadePoint(int8_t fade, uint8_t keep, float value, int64_t time) {
+  CLevelPoint* point = new CLevelPoint(kRoleInner, time, value);
+  point->cFade = fade;
+  point->cFadeKeep = keep;
+  return point;
+}
+
+bool InRange(const int64_t* range, int64_t time) {
+  return !range || (time >= range[0] && time <= range[1]);
+}
+
+}  // namespace
+
+int32_t CLevelPointList::SetEndTimes(int64_t start, int64_t end) {
+  m_InnerLock.Acquire(0);
+  const int32_t count = m_aItems.GetSize();
+  for (int32_t i = 0; i < count; ++i) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cRole == kRoleStart) p->iTime = start;
+    if (p->cRole == kRoleEnd) p->iTime = end;
+  }
+  m_InnerLock.Release();
+  return count == 0 ? -1 : 0;
+}
+
+void CLevelPointList::InsertFadePoint(int8_t fade, uint8_t keep, float value, int64_t time) {
+  CLevelPoint* point = NewFadePoint(fade, keep, value, time);
+  if (InsertSorted(point) < 0) delete point;  // not taken by a curve without an end point
+}
+
+int32_t CLevelPointList::SetFadeIn(int64_t length, int64_t offset, uint8_t keep, int32_t value) {
+  const int64_t T = length + offset;
+  m_InnerLock.Acquire(0);
+  if (m_aItems.GetSize() == 0) {
+    m_InnerLock.Release();
+    return -1;
+  }
+  float peak = 0.0f;
+  int64_t latest = 0;
+  int32_t plain = 0;
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    const CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cFade == kFadeNone) ++plain;
+    if ((p->cFade == kFadeIn || plain < 2) && p->fValue > peak) peak = p->fValue;
+    if (p->iTime > latest) latest = p->iTime;
+  }
+  if (T >= latest) {  // the fade doesn't fit
+    m_InnerLock.Release();
+    return -1;
+  }
+  for (int32_t i = 0; i < m_aItems.GetSize();) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cRole == kRoleStart) {
+      p->fValue = static_cast<float>(value);
+      ++i;
+    } else if (p->cFade == kFadeIn ||
+               (p->cRole == kRoleInner && p->cFade == kFadeNone && p->iTime <= T)) {
+      DropSlot(i);
+    } else {
+      ++i;
+    }
+  }
+  m_InnerLock.Release();
+  if (offset != 0) InsertFadePoint(kFadeIn, keep, static_cast<float>(value), offset);
+  InsertFadePoint(kFadeIn, keep, peak, T);
+  return 0;
+}
+
+int32_t CLevelPointList::SetFadeOut(int64_t length, int64_t offset, uint8_t keep, int32_t value) {
+  const int64_t T = length + offset;
+  m_InnerLock.Acquire(0);
+  if (m_aItems.GetSize() == 0) {
+    m_InnerLock.Release();
+    return -1;
+  }
+  float peak = 0.0f;
+  int64_t latest = 0;
+  int32_t plain = 0;
+  for (int32_t i = m_aItems.GetSize() - 1; i >= 0; --i) {
+    const CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cFade == kFadeNone) ++plain;
+    if ((p->cFade == kFadeOut || plain < 2) && p->fValue > peak) peak = p->fValue;
+    if (p->iTime > latest) latest = p->iTime;
+  }
+  if (T >= latest) {
+    m_InnerLock.Release();
+    return -1;
+  }
+  const int64_t B = latest - T;
+  for (int32_t i = 0; i < m_aItems.GetSize();) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cRole == kRoleEnd) {
+      p->fValue = static_cast<float>(value);
+      ++i;
+    } else if (p->cFade == kFadeOut ||
+               (p->cRole == kRoleInner && p->cFade == kFadeNone && p->iTime >= B)) {
+      DropSlot(i);
+    } else {
+      ++i;
+    }
+  }
+  m_InnerLock.Release();
+  if (offset != 0) InsertFadePoint(kFadeOut, keep, static_cast<float>(value), latest - offset);
+  InsertFadePoint(kFadeOut, keep, peak, B);
+  return 0;
+}
+
+int32_t CLevelPointList::ClearFades(const int64_t* range) {
+  m_InnerLock.Acquire(0);
+  if (m_aItems.GetSize() == 0) {
+    m_InnerLock.Release();
+    return -1;
+  }
+  float peakIn = 0.0f, peakOut = 0.0f;
+  int32_t countIn = 0, countOut = 0;
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    const CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cFadeKeep != 0 || !InRange(range, p->iTime)) continue;
+    if (p->cFade == kFadeIn) {
+      ++countIn;
+      if (p->fValue > peakIn) peakIn = p->fValue;
+    } else if (p->cFade == kFadeOut) {
+      ++countOut;
+      if (p->fValue > peakOut) peakOut = p->fValue;
+    }
+  }
+  std::vector<CLevelPoint*> gone;
+  for (int32_t i = 0; i < m_aItems.GetSize();) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    if (p->cRole == kRoleStart) {
+      if (countIn > 0) p->fValue = peakIn;
+      ++i;
+    } else if (p->cRole == kRoleEnd) {
+      if (countOut > 0) p->fValue = peakOut;
+      ++i;
+    } else if (p->cFade != kFadeNone && p->cFadeKeep == 0 && InRange(range, p->iTime)) {
+      m_aItems.RemoveAt(i);
+      gone.push_back(p);
+    } else {
+      ++i;
+    }
+  }
+  m_InnerLock.Release();
+  for (CLevelPoint* p : gone) delete p;
+  return 0;
+}
+
+int32_t CLevelPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
+  if (oldLength == 0) return -1;
+  const double f = static_cast<double>(newLength) / static_cast<double>(oldLength);
+  m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    p->iTime = ScaledTime(p->iTime, f);
+    if (p->cRole == kRoleEnd) p->iTime = newLength;
+  }
+  m_InnerLock.Release();
+  return -1;
+}
+
+int32_t CLevelPointList::FitToLength(int64_t newLength) {
+  m_InnerLock.Acquire(0);
+  double a = 0.0, b = 0.0;
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    p->iTime = static_cast<int64_t>(static_cast<double>(p->iTime));
+    if (p->cRole == kRoleStart) a = static_cast<double>(p->iTime);
+    if (p->cRole == kRoleEnd) b = static_cast<double>(p->iTime);
+  }
+  m_InnerLock.Release();
+  const double d = b - a;
+  if (!(d > 0.0)) return -1;
+  const double f = static_cast<double>(newLength) / d;
+  m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    CLevelPoint* p = m_aItems.GetAt(i);
+    p->iTime = ScaledTime(p->iTime, f);
+    if (p->cRole == kRoleEnd) p->iTime = newLength;
+  }
+  m_InnerLock.Release();
+  return -1;
+}
+
+int32_t CLevelPointList::RemapRange(int64_t oldStart, int64_t oldLength, int64_t newStart,
+                                    int64_t newLength, int64_t end) {
+  if (oldLength == 0) return -1;
+  const float va = Evaluate(oldStart);
+  const float vb = Evaluate(oldStart + oldLength);
+  const double k = static_cast<double>(newLength) / static_cast<double>(oldLength);
+  const int64_t newEnd = newStart + newLength;
+  std::vector<CLevelPoint*> made;
+  auto add = [&made](const CLevelPoint* from, float value, int64_t time, int8_t role) {
+    CLevelPoint* clone = from->Clone();
+    clone->fValue = value;
+    clone->iTime = time;
+    clone->cRole = role;
+    made.push_back(clone);
+  };
+  m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    const CLevelPoint* p = m_aItems.GetAt(i);
+    const int64_t m =
+        static_cast<int64_t>((static_cast<double>(p->iTime) - static_cast<double>(oldStart)) * k +
+                             kScaleRounding + static_cast<double>(newStart));
+    if (p->cRole == kRoleStart) {
+      add(p, va, 0, kRoleStart);
+      if (newStart > 0) add(p, va, newStart, kRoleInner);
+    } else if (p->cRole == kRoleEnd) {
+      if (newEnd < end) add(p, vb, newEnd, kRoleInner);
+      add(p, vb, end, kRoleEnd);
+    } else if (p->cRole == kRoleInner && m > newStart && m < newEnd) {
+      add(p, p->fValue, m, kRoleInner);
+    }
+  }
+  m_InnerLock.Release();
+  Clear();
+  m_InnerLock.Acquire(0);
+  for (CLevelPoint* clone : made) m_aItems.Add(clone);
+  m_InnerLock.Release();
+  return -1;
+}

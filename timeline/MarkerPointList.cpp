@@ -1,0 +1,144 @@
+#include "timeline/MarkerPointList.h"
+
+#include "time/TimeCode.h"
+
+namespace {
+
+constexpr double kScaleRounding = 0.455555;
+
+int64_t FrameOf(int64_t ms) {
+  CTimeCode tc;
+  tc.SetMilliseconds(static_cast<double>(ms));
+  return tc.GetFrames();
+}
+
+}  // namespace
+
+bool CMarkerPointList::HasTime(int64_t time) {
+  m_InnerLock.Acquire(0);
+  bool found = false;
+  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
+    const CMarkerPoint* m = m_aItems.GetAt(i);
+    found = m && m->iTime == time;
+  }
+  m_InnerLock.Release();
+  return found;
+}
+
+int32_t CMarkerPointList::GetNextTime(int64_t time, int64_t* outTime) {
+  m_InnerLock.Acquire(0);
+  int64_t last = time;
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    last = m_aItems.GetAt(i)->iTime;
+    if (last > time) break;
+  }
+  m_InnerLock.Release();
+  if (outTime) *outTime = last;
+  return 0;
+}
+
+int32_t CMarkerPointList::GetPrevTime(int64_t time, int64_t* outTime) {
+  m_InnerLock.Acquire(0);
+  int64_t prev = time;
+  for (int32_t i = 0; i < m_aItems.GetSize() && m_aItems.GetAt(i)->iTime < time; ++i)
+    prev = m_aItems.GetAt(i)->iTime;
+  m_InnerLock.Release();
+  if (outTime) *outTime = prev;
+  return 0;
+}
+
+int32_t CMarkerPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
+  if (oldLength == 0) return -1;
+  const double f = static_cast<double>(newLength) / static_cast<double>(oldLength);
+  m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    CMarkerPoint* m = m_aItems.GetAt(i);
+    m->iTime = static_cast<int64_t>(static_cast<double>(m->iTime) * f + kScaleRounding);
+  }
+  m_InnerLock.Release();
+  return -1;
+}
+
+int32_t CMarkerPointList::FitToLength(int64_t /*newLength*/) {
+  m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    CMarkerPoint* m = m_aItems.GetAt(i);
+    m->iTime = static_cast<int64_t>(static_cast<double>(m->iTime));
+  }
+  m_InnerLock.Release();
+  return -1;  // no start and end point: the length between them is 0
+}
+
+int32_t CMarkerPointList::InsertSorted(CMarkerPoint* marker) {
+  m_InnerLock.Acquire(0);
+  int32_t at = -1;
+  for (int32_t i = 0; i < m_aItems.GetSize() && at < 0; ++i) {
+    if (m_aItems.GetAt(i)->iTime >= marker->iTime) at = i;
+  }
+  if (at >= 0) {
+    m_aItems.InsertAt(at, marker);
+  } else {
+    m_aItems.Add(marker);
+  }
+  m_InnerLock.Release();
+  if (at >= 0) ++m_iModCount;
+  return at;
+}
+
+CMarkerPoint* CMarkerPointList::FindByFrame(int64_t time) {
+  const int64_t frame = FrameOf(time);
+  m_InnerLock.Acquire(0);
+  CMarkerPoint* found = nullptr;
+  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
+    CMarkerPoint* m = m_aItems.GetAt(i);
+    if (m && FrameOf(m->iTime) == frame) found = m;
+  }
+  m_InnerLock.Release();
+  return found;
+}
+
+CMarkerPoint* CMarkerPointList::FindById(int32_t id) {
+  m_InnerLock.Acquire(0);
+  CMarkerPoint* found = nullptr;
+  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
+    CMarkerPoint* m = m_aItems.GetAt(i);
+    if (m && m->iMarkerId == id) found = m;
+  }
+  m_InnerLock.Release();
+  return found;
+}
+
+bool CMarkerPointList::RemoveById(int32_t id) {
+  m_InnerLock.Acquire(0);
+  CMarkerPoint* found = nullptr;
+  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
+    CMarkerPoint* m = m_aItems.GetAt(i);
+    if (m && m->iMarkerId == id) {
+      found = m;
+      m_aItems.RemoveAt(i);
+    }
+  }
+  m_InnerLock.Release();
+  delete found;
+  return found != nullptr;
+}
+
+int32_t CMarkerPointList::GetMaxId() {
+  m_InnerLock.Acquire(0);
+  int32_t best = 0;
+  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+    const CMarkerPoint* m = m_aItems.GetAt(i);
+    if (m && m->iMarkerId > best) best = m->iMarkerId;
+  }
+  m_InnerLock.Release();
+  return best;
+}
+
+void CMarkerPointList::CopyPointsFrom(CMarkerPointList& source) {
+  source.m_InnerLock.Acquire(0);
+  for (int32_t i = 0; i < source.m_aItems.GetSize(); ++i) {
+    const CMarkerPoint* m = source.m_aItems.GetAt(i);
+    if (m) m_aItems.Add(m->Clone());
+  }
+  source.m_InnerLock.Release();
+}
