@@ -11,10 +11,6 @@
 
 using Peer = CDataLockTestPeer;
 
-#ifndef TACHYRUN_LOCK_STRESS_ITERATIONS
-#define TACHYRUN_LOCK_STRESS_ITERATIONS 200000
-#endif
-
 namespace {
 
 // Polls until `done` holds or about two seconds pass; the result tells which.
@@ -31,7 +27,7 @@ bool WaitFor(Pred done) {
 
 TEST(DataLockConcurrency, StressCountsEveryIncrement) {
   constexpr int kThreads = 8;
-  constexpr int kIterations = TACHYRUN_LOCK_STRESS_ITERATIONS;
+  constexpr int kIterations = 200000;
   CDataLock lock;
   int64_t counter = 0;
   std::vector<std::thread> threads;
