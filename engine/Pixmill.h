@@ -111,7 +111,7 @@ PIXMILL_API int InitConverterLib();
 // Once, before the engines are destroyed; engines stay usable until then.
 PIXMILL_API int ReleaseConverterLib();
 
-class PixmillEngine;
+struct PixmillState;
 
 class PIXMILL_API CPixmill {
  public:
@@ -146,6 +146,8 @@ class PIXMILL_API CPixmill {
   int GetTestMsg(char* buffer, int size);
 
  private:
-  PixmillEngine* m_pEngine;  // null until Img_InitConverter; keeps sizeof stable
-  char m_szMsg[160];         // text of the last MakeTest
+  // Everything else lives behind this pointer, so that the class keeps its
+  // size whatever the backends hold. Made by the constructor without any
+  // library call.
+  PixmillState* m_pState;
 };
