@@ -1,8 +1,10 @@
 #pragma once
 // A fresh temporary directory per test, made current; the previous current
-// directory and drive come back afterwards so tests don't disturb each other.
+// directory and drive come back afterwards so tests don't disturb each other,
+// and the process id in its name keeps parallel runs apart.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -18,7 +20,8 @@ class TempDirTest : public ::testing::Test {
     m_SavedDrive = GetCurrentDrive();
     const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
     m_Root = std::filesystem::temp_directory_path() /
-             (std::string("tachyrun_files_") + info->test_suite_name() + "_" + info->name());
+             (std::string("tachyrun_files_") + std::to_string(getpid()) + "_" +
+              info->test_suite_name() + "_" + info->name());
     std::filesystem::remove_all(m_Root);
     std::filesystem::create_directories(m_Root);
     m_Root = std::filesystem::canonical(m_Root);

@@ -236,3 +236,21 @@ TEST(NextCommaFieldTest, BadArgumentsYieldAnEmptyField) {
   EXPECT_EQ(NextCommaField(&position, -5, out, text), 0);
   EXPECT_EQ(position, 0);
 }
+
+TEST(CleanTextLineTest, StaysInsideABufferOfTheDocumentedSize) {
+  // Exactly 500 bytes on the heap, so a sanitizer sees any overrun.
+  std::vector<char> buffer(kCleanLineBufferSize, '\t');
+  buffer.back() = '\0';
+  EXPECT_EQ(CleanTextLine(buffer.data()), static_cast<int32_t>(kCleanLineBufferSize - 1));
+  EXPECT_EQ(std::string(buffer.data()), std::string(kCleanLineBufferSize - 1, ' '));
+}
+
+TEST(NextCommaFieldTest, StaysInsideAnOutBufferOfLimitPlusOne) {
+  const std::string text(300, 'f');
+  const int32_t limit = 150;
+  std::vector<char> out(limit + 1);
+  int32_t position = 0;
+  EXPECT_EQ(NextCommaField(&position, limit, out.data(), text.c_str()), limit);
+  EXPECT_EQ(std::string(out.data()), std::string(limit, 'f'));
+  EXPECT_EQ(position, limit);
+}
