@@ -19,17 +19,35 @@ int32_t RangeLength(int32_t start, int32_t end) {
   return static_cast<int32_t>(static_cast<uint32_t>(end) - static_cast<uint32_t>(start));
 }
 
+// True when both paths name one existing file (hard links and "./x" too).
+bool IsSameFile(const char* a, const char* b) {
+  struct stat sa {};
+  struct stat sb {};
+  return stat(a, &sa) == 0 && stat(b, &sb) == 0 && sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
+}
+
+// fopen "rb" without the wait a pipe with no writer would impose: opened
+// non-blocking, then switched back so that reads behave as usual.
+FILE* OpenForReading(const char* path) {
+  const int fd = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return nullptr;
+  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  FILE* stream = fdopen(fd, "rb");
+  if (stream == nullptr) close(fd);
+  return stream;
+}
+
 }  // namespace
 
 FILE* OpenDataFile(const char* path, bool readOnly) {
   if (path == nullptr) return nullptr;
   FILE* stream = nullptr;
   if (readOnly) {
-    stream = std::fopen(path, "rb");
+    stream = OpenForReading(path);
   } else {
     stream = std::fopen(path, "rb+");
     if (stream == nullptr) stream = std::fopen(path, "wb+");
-    if (stream == nullptr) stream = std::fopen(path, "rb");
+    if (stream == nullptr) stream = OpenForReading(path);
   }
   if (stream == nullptr) return nullptr;
   // Linux opens a directory for reading; a data file is never one.
@@ -61,7 +79,11 @@ int32_t WriteFileRange(int32_t start, int32_t end, const void* buffer, FILE* str
 
 int32_t CopyDataFile(const char* target, const char* source) {
   if (source == nullptr || platform::AccessPath(source, 0) != 0) return 0;
-  if (target != nullptr) std::remove(target);
+  if (target != nullptr) {
+    // Removing the target would delete the source itself: the copy is done.
+    if (IsSameFile(target, source)) return 0;
+    std::remove(target);
+  }
   FILE* out = OpenDataFile(target, false);
   if (out == nullptr) return -1;
   // A write-protected source still opens through the read-only fallback.

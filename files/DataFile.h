@@ -26,8 +26,8 @@ int32_t ReadFileRange(int32_t start, int32_t end, void* buffer, FILE* stream);
 int32_t WriteFileRange(int32_t start, int32_t end, const void* buffer, FILE* stream);
 
 // Copies `source` over `target` (target first). A missing (or null) source
-// is success and leaves the target alone. 0, or -1 when the target can't be
-// opened.
+// is success and leaves the target alone, and so is a target that is the
+// source itself. 0, or -1 when the target can't be opened.
 int32_t CopyDataFile(const char* target, const char* source);
 
 // Replaces "FileErr.txt" in the current directory with `text` (no line end).

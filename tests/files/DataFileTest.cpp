@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -203,7 +204,35 @@ TEST_F(DataFileTest, FileExistsOnlyForReadableFiles) {
   EXPECT_EQ(FileExists("folder"), -1);
 }
 
+// Each runs in a child process that an alarm ends should it block.
 TEST_F(DataFileTest, FileExistsOfAPipeWithoutWriterDoesNotHang) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
-  EXPECT_EQ(FileExists("pipe"), 0);
+  EXPECT_EXIT(
+      {
+        alarm(5);
+        std::_Exit(FileExists("pipe") == 0 ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(DataFileTest, OpenReadOnlyOfAPipeWithoutWriterDoesNotHang) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  EXPECT_EXIT(
+      {
+        alarm(5);
+        FILE* stream = OpenDataFile("pipe", true);
+        char buffer[4];
+        const bool ok = stream != nullptr && ReadFileRange(0, 4, buffer, stream) == 0;
+        CloseDataFile(stream);
+        std::_Exit(ok ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(DataFileTest, CopyOntoItselfKeepsTheFile) {
+  WriteText("same.dat", "precious");
+  EXPECT_EQ(CopyDataFile("same.dat", "same.dat"), 0);
+  EXPECT_EQ(ReadText("same.dat"), "precious");
+  EXPECT_EQ(CopyDataFile("./same.dat", "same.dat"), 0);
+  EXPECT_EQ(ReadText("same.dat"), "precious");
 }
