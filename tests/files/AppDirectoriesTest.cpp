@@ -156,9 +156,14 @@ TEST_F(AppDirectoriesTest, OverlongProgramPathTakesTheLastSeparatorInsideTheCut)
 }
 
 TEST_F(AppDirectoriesTest, GetWithNullOutDoesNothing) {
-  GetAppDir(nullptr);
-  GetMacroDir(nullptr);
-  SUCCEED();
+  fs::create_directories(m_Root / "prog");
+  InitAppDirectoriesFrom((m_Root / "prog" / "run").string().c_str(), 0);
+  for (GetDir get :
+       {GetAppDir, GetTmpDir, GetDataDir, GetExportDir, GetEffectsDir, GetPresetsDir, GetEfxDir,
+        GetTfxDir, GetEfxCustomDir, GetTfxCustomDir, GetThumbsDir, GetMacroDir}) {
+    get(nullptr);
+  }
+  EXPECT_EQ(Read(GetAppDir), (m_Root / "prog").string());
 }
 
 TEST_F(AppDirectoriesTest, ChangeToEachSlot) {
