@@ -43,9 +43,12 @@ int32_t WrapHours(int32_t hours) {
   return hours >= 24 ? hours % 24 : hours;
 }
 
+// Only the low byte is kept, so the digits are worked out modulo 2^32: a
+// field far out of range (an odd frame rate) still gives a defined byte.
 uint8_t ToBcd(int32_t value, int32_t tens) {
-  const int32_t units = value - tens * 10;
-  return static_cast<uint8_t>(tens * 16 + units);
+  const uint32_t t = static_cast<uint32_t>(tens);
+  const uint32_t units = static_cast<uint32_t>(value) - t * 10u;
+  return static_cast<uint8_t>(t * 16u + units);
 }
 
 // The tens nibble is taken as signed: a byte with its top bit set gives a

@@ -35,6 +35,12 @@ std::string Date(const CTimeCode& tc) {
   return text;
 }
 
+void ExpectDate(const CTimeCode& tc, int32_t day, int32_t month, int32_t year) {
+  EXPECT_EQ(tc.iDay, day);
+  EXPECT_EQ(tc.iMonth, month);
+  EXPECT_EQ(tc.iYear, year);
+}
+
 TEST(TimeCodeFormat, FreshValueIsMidnightOfFirstJanuary1980) {
   const CTimeCode tc;
   EXPECT_EQ(Format(tc), "00:00:00:00");
@@ -216,14 +222,10 @@ TEST(TimeCodeParseTime, VeryLongTextIsReadSafely) {
 TEST(TimeCodeParseDate, YearFirstAndDayFirstGiveTheSameDate) {
   CTimeCode tc;
   EXPECT_EQ(tc.ParseDate("2011-03-05"), 0);
-  EXPECT_EQ(tc.iDay, 5);
-  EXPECT_EQ(tc.iMonth, 3);
-  EXPECT_EQ(tc.iYear, 2011);
+  ExpectDate(tc, 5, 3, 2011);
   CTimeCode other;
   EXPECT_EQ(other.ParseDate("05/03/2011"), 0);
-  EXPECT_EQ(other.iDay, 5);
-  EXPECT_EQ(other.iMonth, 3);
-  EXPECT_EQ(other.iYear, 2011);
+  ExpectDate(other, 5, 3, 2011);
   EXPECT_EQ(other.ParseDate("5.3.2011"), 0);
   EXPECT_EQ(other.iDay, 5);
   EXPECT_EQ(other.iYear, 2011);
@@ -232,31 +234,21 @@ TEST(TimeCodeParseDate, YearFirstAndDayFirstGiveTheSameDate) {
 TEST(TimeCodeParseDate, FirstFieldOfFourCharactersMeansYearFirst) {
   CTimeCode tc;
   EXPECT_EQ(tc.ParseDate("0005-06-07"), 0);  // four characters, value 5
-  EXPECT_EQ(tc.iYear, 5);
-  EXPECT_EQ(tc.iMonth, 6);
-  EXPECT_EQ(tc.iDay, 7);
+  ExpectDate(tc, 7, 6, 5);
   EXPECT_EQ(tc.ParseDate("011-06-07"), 0);  // three characters: day first
-  EXPECT_EQ(tc.iDay, 11);
-  EXPECT_EQ(tc.iMonth, 6);
-  EXPECT_EQ(tc.iYear, 7);
+  ExpectDate(tc, 11, 6, 7);
 }
 
 TEST(TimeCodeParseDate, MissingFieldsReadAsZero) {
   CTimeCode tc;
   // Day 5, month 3, no year: year 0 is a valid year.
   EXPECT_EQ(tc.ParseDate("5/3"), 0);
-  EXPECT_EQ(tc.iDay, 5);
-  EXPECT_EQ(tc.iMonth, 3);
-  EXPECT_EQ(tc.iYear, 0);
+  ExpectDate(tc, 5, 3, 0);
   // Year only: month 0 becomes 1 and day 0 is reported.
   EXPECT_EQ(tc.ParseDate("2011"), -2);
-  EXPECT_EQ(tc.iYear, 2011);
-  EXPECT_EQ(tc.iMonth, 1);
-  EXPECT_EQ(tc.iDay, 0);
+  ExpectDate(tc, 0, 1, 2011);
   EXPECT_EQ(tc.ParseDate(""), -2);
-  EXPECT_EQ(tc.iDay, 0);
-  EXPECT_EQ(tc.iMonth, 1);
-  EXPECT_EQ(tc.iYear, 0);
+  ExpectDate(tc, 0, 1, 0);
 }
 
 TEST(TimeCodeParseDate, BadDatesAreReportedWithTheDayKept) {
@@ -266,17 +258,13 @@ TEST(TimeCodeParseDate, BadDatesAreReportedWithTheDayKept) {
   EXPECT_EQ(tc.ParseDate("29/02/1999"), 0);
   // A leading "-" ends an empty first field: day 0, month 5, year 3.
   EXPECT_EQ(tc.ParseDate("-5/3/2011"), -2);
-  EXPECT_EQ(tc.iDay, 0);
-  EXPECT_EQ(tc.iMonth, 5);
-  EXPECT_EQ(tc.iYear, 3);
+  ExpectDate(tc, 0, 5, 3);
 }
 
 TEST(TimeCodeParseDate, TrimsAndIgnoresFieldsBehindTheThird) {
   CTimeCode tc;
   EXPECT_EQ(tc.ParseDate("\t 2011-03-05-07/09.11 \n"), 0);
-  EXPECT_EQ(tc.iDay, 5);
-  EXPECT_EQ(tc.iMonth, 3);
-  EXPECT_EQ(tc.iYear, 2011);
+  ExpectDate(tc, 5, 3, 2011);
 }
 
 TEST(TimeCodeParseDate, ReadsOnlyThe299CharactersOfItsBuffer) {

@@ -141,6 +141,9 @@ TEST(TimeCodeBcd, FieldsAt25) {
 
 TEST(TimeCodeBcd, HoursWrapAtADay) {
   CTimeCode tc;
+  tc.SetMicroseconds(90000000000);  // 25 h
+  EXPECT_EQ(BcdOf(tc), (Bytes{0x00, 0x00, 0x00, 0x01, 0, 0, 0, 0}));
+  EXPECT_EQ(tc.iTimeUs, 90000000000);
   tc.SetMicroseconds(90000000000 + 3723160000);  // 26:02:03:04
   EXPECT_EQ(BcdOf(tc), (Bytes{0x04, 0x03, 0x02, 0x02, 0, 0, 0, 0}));
   EXPECT_EQ(tc.iTimeUs, 93723160000);
@@ -232,6 +235,21 @@ TEST(TimeCodeSplitByMilliseconds, TheFrameClampAddsPointOneAsAFloat) {
   // BCD: tens trunc(-23 / 10.0) = -2, units -23 + 20 = -3,
   // byte -2 x 16 - 3 = -35 = 0xDD.
   EXPECT_EQ(BcdOf(tc)[0], 0xDD);
+}
+
+TEST(TimeCodeSplitByMilliseconds, FramesFarOutOfRangeGiveDefinedBits) {
+  CTimeCode tc;
+  tc.SetFrameRate(1e12);
+  tc.SetMicroseconds(999000);  // rest 999 ms
+  // 999 / (1000 / 999999995904 (1e12 as float)) = 9.99e11 frames, which
+  // saturates at 2^31 - 1 = 0x7FFFFFFF; so do its tens.
+  // Packed: 2 + (0x7FFFFFFF << 7) modulo 2^32 = 2 + 0xFFFFFF80.
+  EXPECT_EQ(tc.GetPackedTime(), 0xFFFFFF82u);
+  // BCD modulo 2^32: units = 0x7FFFFFFF - 0x7FFFFFFF x 10 = 0x80000009,
+  // byte = 0x7FFFFFFF x 16 + units = 0x7FFFFFF9, low byte 0xF9.
+  std::array<uint8_t, 8> out{};
+  ASSERT_EQ(tc.GetBcdTime(out.data()), 0);
+  EXPECT_EQ(out[0], 0xF9);
 }
 
 }  // namespace

@@ -15,6 +15,19 @@ using timetext::SplitDateText;
 using timetext::SplitTimeText;
 using timetext::TrimSpace;
 
+void ExpectTime(const timetext::TimeFields& f, int32_t h, int32_t m, int32_t s, int32_t fr) {
+  EXPECT_EQ(f.hours, h);
+  EXPECT_EQ(f.minutes, m);
+  EXPECT_EQ(f.seconds, s);
+  EXPECT_EQ(f.frames, fr);
+}
+
+void ExpectDate(const timetext::DateFields& f, int32_t day, int32_t month, int32_t year) {
+  EXPECT_EQ(f.day, day);
+  EXPECT_EQ(f.month, month);
+  EXPECT_EQ(f.year, year);
+}
+
 TEST(TimeTextTrim, RemovesWhiteSpaceFromBothEndsOnly) {
   EXPECT_EQ(TrimSpace(" \t\n\v\f\r1 2\r\n"), "1 2");
   EXPECT_EQ(TrimSpace("   "), "");
@@ -40,27 +53,18 @@ TEST(TimeTextReadInteger, SaturatesBeyondInt32) {
 
 TEST(TimeTextSplitTime, FourFieldsInOrder) {
   const auto f = SplitTimeText("1:2.3:4");
-  EXPECT_EQ(f.hours, 1);
-  EXPECT_EQ(f.minutes, 2);
-  EXPECT_EQ(f.seconds, 3);
-  EXPECT_EQ(f.frames, 4);
+  ExpectTime(f, 1, 2, 3, 4);
 }
 
 TEST(TimeTextSplitTime, AnEmbeddedTerminatorEndsTheText) {
   const std::string text("01:02\0:03:04", 12);
   const auto f = SplitTimeText(text);
-  EXPECT_EQ(f.hours, 1);
-  EXPECT_EQ(f.minutes, 2);
-  EXPECT_EQ(f.seconds, 0);
-  EXPECT_EQ(f.frames, 0);
+  ExpectTime(f, 1, 2, 0, 0);
 }
 
 TEST(TimeTextSplitTime, EmptyFieldsReadZero) {
   const auto f = SplitTimeText("..7.");
-  EXPECT_EQ(f.hours, 0);
-  EXPECT_EQ(f.minutes, 0);
-  EXPECT_EQ(f.seconds, 7);
-  EXPECT_EQ(f.frames, 0);
+  ExpectTime(f, 0, 0, 7, 0);
 }
 
 TEST(TimeTextSplitTime, TextPastThirtyCharactersIsNotRead) {
@@ -72,29 +76,21 @@ TEST(TimeTextSplitTime, TextPastThirtyCharactersIsNotRead) {
 
 TEST(TimeTextSplitDate, DayFirstAndYearFirst) {
   auto f = SplitDateText("05/03/2011");
-  EXPECT_EQ(f.day, 5);
-  EXPECT_EQ(f.month, 3);
-  EXPECT_EQ(f.year, 2011);
+  ExpectDate(f, 5, 3, 2011);
   f = SplitDateText("2011.03.05");
-  EXPECT_EQ(f.day, 5);
-  EXPECT_EQ(f.month, 3);
-  EXPECT_EQ(f.year, 2011);
+  ExpectDate(f, 5, 3, 2011);
 }
 
 TEST(TimeTextSplitDate, FieldLengthNotValueDecidesTheOrder) {
   // "x +12" is five characters long: year first, though it reads as 0.
   const auto f = SplitDateText("x +12/3/4");
-  EXPECT_EQ(f.year, 0);
-  EXPECT_EQ(f.month, 3);
-  EXPECT_EQ(f.day, 4);
+  ExpectDate(f, 4, 3, 0);
 }
 
 TEST(TimeTextSplitDate, AnEmbeddedTerminatorEndsTheText) {
   const std::string text("05/03\0/2011", 11);
   const auto f = SplitDateText(text);
-  EXPECT_EQ(f.day, 5);
-  EXPECT_EQ(f.month, 3);
-  EXPECT_EQ(f.year, 0);
+  ExpectDate(f, 5, 3, 0);
 }
 
 }  // namespace
