@@ -13,6 +13,7 @@
 
 #include "files/DataFile.h"
 #include "tests/files/TempDirTest.h"
+#include "tests/support/RunWithoutRoot.h"
 
 namespace fs = std::filesystem;
 
@@ -27,7 +28,8 @@ class DataFileTest : public TempDirTest {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
   }
-  static bool RunsAsRoot() { return geteuid() == 0; }
+  // Lets the unprivileged child of RunWithoutRoot work in the test folder.
+  void OpenFolderToEveryone() { fs::permissions(m_Root, fs::perms::all); }
 };
 
 }  // namespace
@@ -57,18 +59,23 @@ TEST_F(DataFileTest, OpenExistingForWritingKeepsItsContentAndStartsAtZero) {
 }
 
 TEST_F(DataFileTest, WriteProtectedFileStillOpensForReading) {
-  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
-  WriteText("locked.dat", "abc");
-  fs::permissions("locked.dat", fs::perms::owner_read);
-  FILE* stream = OpenDataFile("locked.dat", false);
-  ASSERT_NE(stream, nullptr);
-  char buffer[4] = {};
-  EXPECT_EQ(ReadFileRange(0, 3, buffer, stream), 3);
-  EXPECT_STREQ(buffer, "abc");
-  // The caller isn't told; its writes simply fail.
-  EXPECT_EQ(WriteFileRange(0, 3, "xyz", stream), 0);
-  CloseDataFile(stream);
-  EXPECT_EQ(ReadText("locked.dat"), "abc");
+  OpenFolderToEveryone();
+  const std::string failure = testsupport::RunWithoutRoot([]() -> std::string {
+    WriteText("locked.dat", "abc");
+    fs::permissions("locked.dat", fs::perms::owner_read);
+    FILE* stream = OpenDataFile("locked.dat", false);
+    if (stream == nullptr) return "not opened";
+    char buffer[4] = {};
+    const int32_t got = ReadFileRange(0, 3, buffer, stream);
+    // The caller isn't told; its writes simply fail.
+    const int32_t written = WriteFileRange(0, 3, "xyz", stream);
+    CloseDataFile(stream);
+    if (got != 3 || std::string(buffer) != "abc") return "read gave " + std::string(buffer);
+    if (written != 0) return "a write went through";
+    if (ReadText("locked.dat") != "abc") return "content changed";
+    return "";
+  });
+  EXPECT_EQ(failure, "");
 }
 
 TEST_F(DataFileTest, OpenBadPathsGivesNull) {
@@ -169,11 +176,15 @@ TEST_F(DataFileTest, CopyToAnUnopenableTargetFails) {
 }
 
 TEST_F(DataFileTest, CopyFromAWriteProtectedSource) {
-  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
-  WriteText("source.dat", "protected");
-  fs::permissions("source.dat", fs::perms::owner_read);
-  EXPECT_EQ(CopyDataFile("target.dat", "source.dat"), 0);
-  EXPECT_EQ(ReadText("target.dat"), "protected");
+  OpenFolderToEveryone();
+  const std::string failure = testsupport::RunWithoutRoot([]() -> std::string {
+    WriteText("source.dat", "protected");
+    fs::permissions("source.dat", fs::perms::owner_read);
+    if (CopyDataFile("target.dat", "source.dat") != 0) return "copy failed";
+    if (ReadText("target.dat") != "protected") return "target holds " + ReadText("target.dat");
+    return "";
+  });
+  EXPECT_EQ(failure, "");
 }
 
 TEST_F(DataFileTest, ErrorLogHoldsOnlyTheLastMessage) {
@@ -186,13 +197,17 @@ TEST_F(DataFileTest, ErrorLogHoldsOnlyTheLastMessage) {
 }
 
 TEST_F(DataFileTest, ErrorLogWithoutAWritableDirectoryIsSilent) {
-  if (RunsAsRoot()) GTEST_SKIP() << "root writes anything";
   fs::create_directory("ro");
-  fs::current_path("ro");
-  fs::permissions(".", fs::perms::owner_read | fs::perms::owner_exec);
-  WriteFileErrorLog("lost");
-  EXPECT_FALSE(fs::exists("FileErr.txt"));
-  fs::permissions(".", fs::perms::owner_all);
+  fs::permissions("ro", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                            fs::perms::others_exec);
+  OpenFolderToEveryone();
+  const std::string failure = testsupport::RunWithoutRoot([]() -> std::string {
+    fs::current_path("ro");
+    WriteFileErrorLog("lost");
+    return fs::exists("FileErr.txt") ? "the log was written" : "";
+  });
+  EXPECT_EQ(failure, "");
+  fs::permissions("ro", fs::perms::owner_all);
 }
 
 TEST_F(DataFileTest, FileExistsOnlyForReadableFiles) {
