@@ -20,7 +20,7 @@ inline constexpr std::size_t kTimeTextCapacity = 21;
 class CTimeCode {
  public:
   CTimeCode() = default;
-  ~CTimeCode() {}
+  ~CTimeCode() = default;
 
   // Microseconds, stored and read as they are.
   int32_t SetMicroseconds(int64_t us);
