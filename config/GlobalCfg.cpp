@@ -4,8 +4,9 @@
 
 #include "files/DataFile.h"
 
-// Built after g_CfgRegStore, which is constant-initialised; never destroyed
-// in any way that matters, as it has no destructor of its own.
+// Defined together, so that the store is built first; the configuration
+// has no destructor of its own.
+CRegStore g_CfgRegStore;
 CGlobalCfg g_GlobalCfg;
 
 namespace {

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "config/GlobalCfgData.h"
+#include "registry/RegStore.h"
 
 class CGlobalCfg {
  public:
@@ -41,4 +42,7 @@ class CGlobalCfg {
   GlobalCfgExtData ext;
 };
 
+// The store through which the settings reach the registry; built before
+// g_GlobalCfg, which is built before everything else of the application.
+extern CRegStore g_CfgRegStore;
 extern CGlobalCfg g_GlobalCfg;

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "config/GlobalCfg.h"
-#include "registry/RegStore.h"
 
 namespace {
 

@@ -6,9 +6,8 @@
 
 #include "registry/RegDatabase.h"
 
-constinit CRegStore g_CfgRegStore;
-constinit CRegStore g_AppRegStore;
-constinit CRegStore g_UserRegStore;
+CRegStore g_AppRegStore;
+CRegStore g_UserRegStore;
 
 namespace {
 
@@ -56,6 +55,7 @@ int32_t InWriteKey(HKEY root, const std::string& path, Op op) {
 // A stored value read as text ends at its first NUL, or at its end when it
 // has none (the registry doesn't promise a terminator).
 std::string AsText(const std::vector<uint8_t>& data) {
+  if (data.empty()) return {};
   const auto* begin = reinterpret_cast<const char*>(data.data());
   const auto* nul = static_cast<const char*>(std::memchr(begin, '\0', data.size()));
   return std::string(begin, nul != nullptr ? static_cast<size_t>(nul - begin) : data.size());
@@ -97,7 +97,7 @@ uint32_t CRegStore::ReadDword(const std::string& subKey, const std::string& name
     RegValue value;
     // The type isn't looked at: up to four bytes of any value land over the
     // default, so a shorter value keeps the default's upper bytes.
-    if (db.QueryValue(key, name, &value)) {
+    if (db.QueryValue(key, name, &value) && !value.data.empty()) {
       std::memcpy(&result, value.data.data(), std::min<size_t>(sizeof result, value.data.size()));
     }
   });

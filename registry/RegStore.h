@@ -17,7 +17,7 @@
 
 class CRegStore {
  public:
-  constexpr CRegStore() = default;
+  CRegStore() = default;
 
   // Stores `path` with a backslash appended unless it ends in one; an empty
   // path stays empty, so sub-keys then lie directly under the root.
@@ -57,8 +57,7 @@ class CRegStore {
   HKEY m_hRoot = HKEY_CURRENT_USER;
 };
 
-// The process-wide stores. g_CfgRegStore serves the global configuration;
-// it is constant-initialised, so it stands before any other global is built.
-extern constinit CRegStore g_CfgRegStore;
-extern constinit CRegStore g_AppRegStore;
-extern constinit CRegStore g_UserRegStore;
+// Two process-wide stores for callers of the library. The third one, which
+// serves the global configuration, is g_CfgRegStore in config/GlobalCfg.h.
+extern CRegStore g_AppRegStore;
+extern CRegStore g_UserRegStore;

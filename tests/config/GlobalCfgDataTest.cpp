@@ -22,8 +22,8 @@ bool AllZero(const void* data, size_t size) {
 
 TEST(GlobalCfgData, NewRecordHasSixVideoAndEightAudioTracks) {
   const GlobalCfgData cfg;
-  EXPECT_EQ(cfg.iNumVidTraks, 6);
-  EXPECT_EQ(cfg.iNumAudTraks, 8);
+  EXPECT_EQ(+cfg.iNumVidTraks, 6);
+  EXPECT_EQ(+cfg.iNumAudTraks, 8);
 }
 
 TEST(GlobalCfgData, DefaultImageSizeAndTimelineLengthDifferInTheMinute) {
@@ -34,30 +34,30 @@ TEST(GlobalCfgData, DefaultImageSizeAndTimelineLengthDifferInTheMinute) {
 
 TEST(GlobalCfgData, NewRecordIsZeroButForItsDefaults) {
   GlobalCfgData cfg;
-  EXPECT_EQ(cfg.iAutoScrollSize, 100);
-  EXPECT_EQ(cfg.isAutoScrollEnabled, 1);
-  EXPECT_EQ(cfg.isAutoAudioDissolve, 1);
-  EXPECT_EQ(cfg.iDefTrackAudioSizeY, 30);
-  EXPECT_EQ(cfg.iDefTrackVideoSizeY, 30);
-  EXPECT_EQ(cfg.iDefTrackEffectSizeY, 20);
-  EXPECT_EQ(cfg.iAutoPlayHiRange, 1);
-  EXPECT_EQ(cfg.iPlayMovieRange, 1);
-  EXPECT_EQ(cfg.iDefTimeZoom, 9);
-  EXPECT_EQ(cfg.iThumbSize, 1);
-  EXPECT_EQ(cfg.iScrubSize, 80);
-  EXPECT_EQ(cfg.isScrubRepeat, 1);
-  EXPECT_EQ(cfg.iUseOndoResampler, 1);
-  EXPECT_EQ(cfg.iUseMultiThreadMixer, 1);
-  EXPECT_EQ(cfg.iEnableFrameBorder, 1);
-  EXPECT_EQ(cfg.iPreservePosOnTrim, 1);
-  EXPECT_EQ(cfg.iEnablePicons, 1);
-  EXPECT_EQ(cfg.iUseAviSplitter, 1);
-  EXPECT_EQ(cfg.iUseDvFilters, 1);
-  EXPECT_EQ(cfg.iUseWaveParser, 1);
-  EXPECT_EQ(cfg.iUseMpegDecoders, 1);
-  EXPECT_EQ(cfg.iEnableGraphSave, 1);
-  EXPECT_EQ(cfg.iUseDvEncoders, 1);
-  EXPECT_EQ(cfg.iUseMxfSourceFilter, 1);
+  EXPECT_EQ(+cfg.iAutoScrollSize, 100);
+  EXPECT_EQ(+cfg.isAutoScrollEnabled, 1);
+  EXPECT_EQ(+cfg.isAutoAudioDissolve, 1);
+  EXPECT_EQ(+cfg.iDefTrackAudioSizeY, 30);
+  EXPECT_EQ(+cfg.iDefTrackVideoSizeY, 30);
+  EXPECT_EQ(+cfg.iDefTrackEffectSizeY, 20);
+  EXPECT_EQ(+cfg.iAutoPlayHiRange, 1);
+  EXPECT_EQ(+cfg.iPlayMovieRange, 1);
+  EXPECT_EQ(+cfg.iDefTimeZoom, 9);
+  EXPECT_EQ(+cfg.iThumbSize, 1);
+  EXPECT_EQ(+cfg.iScrubSize, 80);
+  EXPECT_EQ(+cfg.isScrubRepeat, 1);
+  EXPECT_EQ(+cfg.iUseOndoResampler, 1);
+  EXPECT_EQ(+cfg.iUseMultiThreadMixer, 1);
+  EXPECT_EQ(+cfg.iEnableFrameBorder, 1);
+  EXPECT_EQ(+cfg.iPreservePosOnTrim, 1);
+  EXPECT_EQ(+cfg.iEnablePicons, 1);
+  EXPECT_EQ(+cfg.iUseAviSplitter, 1);
+  EXPECT_EQ(+cfg.iUseDvFilters, 1);
+  EXPECT_EQ(+cfg.iUseWaveParser, 1);
+  EXPECT_EQ(+cfg.iUseMpegDecoders, 1);
+  EXPECT_EQ(+cfg.iEnableGraphSave, 1);
+  EXPECT_EQ(+cfg.iUseDvEncoders, 1);
+  EXPECT_EQ(+cfg.iUseMxfSourceFilter, 1);
   EXPECT_EQ(Text(cfg.sExternalDir), "c:\\exp\\");
   EXPECT_EQ(Text(cfg.sSystemDir), "");
   EXPECT_EQ(Text(cfg.sOndoEncoderPath), "");
@@ -111,6 +111,7 @@ TEST(CGlobalCfg, GlobalInstanceStartsWithConstructorDefaults) {
   const GlobalCfgData fresh;
   EXPECT_EQ(std::memcmp(&g_GlobalCfg.cfg, &fresh, sizeof fresh), 0);
   EXPECT_EQ(g_GlobalCfg.bUseCfgFile, 0);
+  EXPECT_EQ(g_CfgRegStore.m_hRoot, HKEY_CURRENT_USER);
 }
 
 TEST(CGlobalCfg, SetFileCopiesThePathAndReturnsTheMember) {

@@ -82,70 +82,70 @@ TEST_F(GlobalCfgRegistryTest, LoadFromEmptyRegistryGivesTheRegistryDefaults) {
   m_global.cfg.iNumVidTraks = 3;
   EXPECT_EQ(m_global.LoadCfg(), 0);
   const GlobalCfgData& c = m_global.cfg;
-  EXPECT_EQ(c.useOnlyStereo, 1);
-  EXPECT_EQ(c.iSaveBeforeMovie, 0);
-  EXPECT_EQ(c.iAutoExTrimWinOnMovieOut, 0);
+  EXPECT_EQ(+c.useOnlyStereo, 1);
+  EXPECT_EQ(+c.iSaveBeforeMovie, 0);
+  EXPECT_EQ(+c.iAutoExTrimWinOnMovieOut, 0);
   EXPECT_STREQ(c.sOndoEncoderPath, "C:\\Programmi\\Ondo\\ondoEncoder\\ondoEncoder.exe");
   EXPECT_STREQ(c.sOndoConverterPath,
                "C:\\Programmi\\Ondo\\ondoBatchConverter\\ondoBatchConverter.exe");
-  EXPECT_EQ(c.iReleaseDeviceBeforeCall, 1);
-  EXPECT_EQ(c.iDisableAudioPreview, 0);
-  EXPECT_EQ(c.iUseOndoResampler, 1);
-  EXPECT_EQ(c.iSingleImageExpMode, 1);
-  EXPECT_EQ(c.iTCOverlay, 0);
-  EXPECT_EQ(c.iPauseScrubMode, 1);
-  EXPECT_EQ(c.iPreviewMode, 0);
-  EXPECT_EQ(c.iPreviewAR, 0);
-  EXPECT_EQ(c.isScrubEnabled, 0);
-  EXPECT_EQ(c.iScrubSize, 1);
-  EXPECT_EQ(c.isScrubRepeat, 1);
-  EXPECT_EQ(c.iDisableScreenSaver, 1);
-  EXPECT_EQ(c.iDisablePreviewInMovieOut, 1);
-  EXPECT_EQ(c.iStopPlayerOnFrameLost, 0);
-  EXPECT_EQ(c.iUseMultiThreadMixer, 1);
-  EXPECT_EQ(c.iUseGpuAcc, 1);
-  EXPECT_EQ(c.iDisableVideoPreview, 0);
-  EXPECT_EQ(c.iUseDefaultDirectSoundDevice, 1);
-  EXPECT_EQ(c.iEnableFrameBorder, 1);
-  EXPECT_EQ(c.iPrebufferMode, 2);
-  EXPECT_EQ(c.iPreviewVmrType, 0);
-  EXPECT_EQ(c.iLockLeftRightHandle, 0);
-  EXPECT_EQ(c.isAutoAudioDissolve, 1);
-  EXPECT_EQ(c.isAutoScrollEnabled, 1);
-  EXPECT_EQ(c.isShowVirtualClipWarning, 0);
-  EXPECT_EQ(c.iAutoScrollSize, 100);
-  EXPECT_EQ(c.iDefTrackAudioSizeY, 30);
-  EXPECT_EQ(c.iDefTrackVideoSizeY, 30);
-  EXPECT_EQ(c.iDefTrackEffectSizeY, 20);
-  EXPECT_EQ(c.iAutoPlayHiRange, 1);
+  EXPECT_EQ(+c.iReleaseDeviceBeforeCall, 1);
+  EXPECT_EQ(+c.iDisableAudioPreview, 0);
+  EXPECT_EQ(+c.iUseOndoResampler, 1);
+  EXPECT_EQ(+c.iSingleImageExpMode, 1);
+  EXPECT_EQ(+c.iTCOverlay, 0);
+  EXPECT_EQ(+c.iPauseScrubMode, 1);
+  EXPECT_EQ(+c.iPreviewMode, 0);
+  EXPECT_EQ(+c.iPreviewAR, 0);
+  EXPECT_EQ(+c.isScrubEnabled, 0);
+  EXPECT_EQ(+c.iScrubSize, 1);
+  EXPECT_EQ(+c.isScrubRepeat, 1);
+  EXPECT_EQ(+c.iDisableScreenSaver, 1);
+  EXPECT_EQ(+c.iDisablePreviewInMovieOut, 1);
+  EXPECT_EQ(+c.iStopPlayerOnFrameLost, 0);
+  EXPECT_EQ(+c.iUseMultiThreadMixer, 1);
+  EXPECT_EQ(+c.iUseGpuAcc, 1);
+  EXPECT_EQ(+c.iDisableVideoPreview, 0);
+  EXPECT_EQ(+c.iUseDefaultDirectSoundDevice, 1);
+  EXPECT_EQ(+c.iEnableFrameBorder, 1);
+  EXPECT_EQ(+c.iPrebufferMode, 2);
+  EXPECT_EQ(+c.iPreviewVmrType, 0);
+  EXPECT_EQ(+c.iLockLeftRightHandle, 0);
+  EXPECT_EQ(+c.isAutoAudioDissolve, 1);
+  EXPECT_EQ(+c.isAutoScrollEnabled, 1);
+  EXPECT_EQ(+c.isShowVirtualClipWarning, 0);
+  EXPECT_EQ(+c.iAutoScrollSize, 100);
+  EXPECT_EQ(+c.iDefTrackAudioSizeY, 30);
+  EXPECT_EQ(+c.iDefTrackVideoSizeY, 30);
+  EXPECT_EQ(+c.iDefTrackEffectSizeY, 20);
+  EXPECT_EQ(+c.iAutoPlayHiRange, 1);
   EXPECT_STREQ(c.sDefaultTimelineLen, "00:10:00:00");
   EXPECT_STREQ(c.sDefaultImageSize, "00:00:10:00");
-  EXPECT_EQ(c.iDisableOrizMove, 0);
-  EXPECT_EQ(c.iNumVidTraks, 6);
-  EXPECT_EQ(c.iNumAudTraks, 8);
-  EXPECT_EQ(c.iEnableAutoDissolve, 0);
-  EXPECT_EQ(c.iAutoResizeClip, 0);
-  EXPECT_EQ(c.iPreservePosOnTrim, 1);
-  EXPECT_EQ(c.iPlayMovieRange, 1);
-  EXPECT_EQ(c.iUseShiftToUnlock, 1);
-  EXPECT_EQ(c.iLinkChInClipMode, 1);
-  EXPECT_EQ(c.iDefTimeZoom, 9);
-  EXPECT_EQ(c.iWaitOndoCaptureEnd, 1);
-  EXPECT_EQ(c.iEnableWaveForm, 1);
-  EXPECT_EQ(c.iEnablePicons, 1);
-  EXPECT_EQ(c.iViewMode, 0);
-  EXPECT_EQ(c.iThumbSort, 0);
-  EXPECT_EQ(c.iThumbSize, 1);
+  EXPECT_EQ(+c.iDisableOrizMove, 0);
+  EXPECT_EQ(+c.iNumVidTraks, 6);
+  EXPECT_EQ(+c.iNumAudTraks, 8);
+  EXPECT_EQ(+c.iEnableAutoDissolve, 0);
+  EXPECT_EQ(+c.iAutoResizeClip, 0);
+  EXPECT_EQ(+c.iPreservePosOnTrim, 1);
+  EXPECT_EQ(+c.iPlayMovieRange, 1);
+  EXPECT_EQ(+c.iUseShiftToUnlock, 1);
+  EXPECT_EQ(+c.iLinkChInClipMode, 1);
+  EXPECT_EQ(+c.iDefTimeZoom, 9);
+  EXPECT_EQ(+c.iWaitOndoCaptureEnd, 1);
+  EXPECT_EQ(+c.iEnableWaveForm, 1);
+  EXPECT_EQ(+c.iEnablePicons, 1);
+  EXPECT_EQ(+c.iViewMode, 0);
+  EXPECT_EQ(+c.iThumbSort, 0);
+  EXPECT_EQ(+c.iThumbSize, 1);
   EXPECT_STREQ(c.sSystemDir, "c:\\");
   EXPECT_STREQ(c.sPrefDir, "c:\\");
-  EXPECT_EQ(c.iUseAviSplitter, 1);
-  EXPECT_EQ(c.iUseDvFilters, 1);
-  EXPECT_EQ(c.iUseWaveParser, 1);
-  EXPECT_EQ(c.iUseMpegIndex, 0);
-  EXPECT_EQ(c.iUseMxfSourceFilter, 1);
-  EXPECT_EQ(c.iUseMpegDecoders, 1);
-  EXPECT_EQ(c.iEnableGraphSave, 0);
-  EXPECT_EQ(c.iUseDvEncoders, 1);
+  EXPECT_EQ(+c.iUseAviSplitter, 1);
+  EXPECT_EQ(+c.iUseDvFilters, 1);
+  EXPECT_EQ(+c.iUseWaveParser, 1);
+  EXPECT_EQ(+c.iUseMpegIndex, 0);
+  EXPECT_EQ(+c.iUseMxfSourceFilter, 1);
+  EXPECT_EQ(+c.iUseMpegDecoders, 1);
+  EXPECT_EQ(+c.iEnableGraphSave, 0);
+  EXPECT_EQ(+c.iUseDvEncoders, 1);
   EXPECT_STREQ(c.sExternalDir, "c:\\exp\\");
 }
 
@@ -185,9 +185,9 @@ TEST_F(GlobalCfgRegistryTest, ByteFieldTakesTheLowEightBits) {
   ASSERT_EQ(m_reg.WriteDword(kKey + "\\Player", "iScrubSize", 0x12345678), 1);
   ASSERT_EQ(m_reg.WriteDword(kKey + "\\Advance", "iUseMpegIndex", 0xFFFFFF80u), 1);
   EXPECT_EQ(m_global.LoadCfg(), 0);
-  EXPECT_EQ(m_global.cfg.iNumVidTraks, 44);
-  EXPECT_EQ(m_global.cfg.iScrubSize, 0x12345678);
-  EXPECT_EQ(m_global.cfg.iUseMpegIndex, -128);
+  EXPECT_EQ(+m_global.cfg.iNumVidTraks, 44);
+  EXPECT_EQ(+m_global.cfg.iScrubSize, 0x12345678);
+  EXPECT_EQ(+m_global.cfg.iUseMpegIndex, -128);
 }
 
 TEST_F(GlobalCfgRegistryTest, ByteFieldIsWrittenWithItsSign) {
@@ -211,7 +211,7 @@ TEST_F(GlobalCfgRegistryTest, EmptyLoadThenSaveStoresEveryRowButUseOnlyStereo) {
 TEST_F(GlobalCfgRegistryTest, UseOnlyStereoIsReadButNeverWritten) {
   ASSERT_EQ(m_reg.WriteDword(kKey, "useOnlyStereo", 0), 1);
   ASSERT_EQ(m_global.LoadCfg(), 0);
-  EXPECT_EQ(m_global.cfg.useOnlyStereo, 0);
+  EXPECT_EQ(+m_global.cfg.useOnlyStereo, 0);
   m_global.cfg.useOnlyStereo = 5;
   ASSERT_EQ(m_global.SaveCfg(), 0);
   EXPECT_EQ(Stored("", "useOnlyStereo"), 0u);
@@ -286,20 +286,20 @@ TEST_F(GlobalCfgRegistryTest, LongerTextIsCutToItsField) {
   ASSERT_EQ(m_reg.WriteDword(kKey + "\\Timeline", "iDisableOrizMove", 4), 1);
   ASSERT_EQ(m_global.LoadCfg(), 0);
   EXPECT_EQ(std::string(m_global.cfg.sDefaultImageSize), longText.substr(0, 29));
-  EXPECT_EQ(m_global.cfg.iDisableOrizMove, 4);
+  EXPECT_EQ(+m_global.cfg.iDisableOrizMove, 4);
 }
 
 TEST_F(GlobalCfgRegistryTest, LoadInRegistryModeWithoutSecondFileGivesMinusTwo) {
   ASSERT_EQ(m_reg.WriteDword(kKey + "\\Player", "iScrubSize", 12), 1);
   EXPECT_EQ(m_global.Load(), -2);
-  EXPECT_EQ(m_global.cfg.iScrubSize, 12);  // the main record is loaded all the same
+  EXPECT_EQ(+m_global.cfg.iScrubSize, 12);  // the main record is loaded all the same
 }
 
 TEST_F(GlobalCfgRegistryTest, BrokenStoreLoadsDefaultsAndSavesWithoutComplaint) {
   ASSERT_EQ(mkdir(m_store.c_str(), 0700), 0);
   m_global.cfg.iScrubSize = 55;
   EXPECT_EQ(m_global.LoadCfg(), 0);
-  EXPECT_EQ(m_global.cfg.iScrubSize, 1);
+  EXPECT_EQ(+m_global.cfg.iScrubSize, 1);
   EXPECT_EQ(m_global.SaveCfg(), 0);
   EXPECT_TRUE(std::filesystem::is_directory(m_store));
 }

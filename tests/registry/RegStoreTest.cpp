@@ -37,7 +37,8 @@ TEST_F(RegStoreTest, NewStoreHasCurrentUserRootAndEmptyBase) {
   EXPECT_EQ(fresh.m_hRoot, 0x80000001u);
   EXPECT_EQ(HKEY_LOCAL_MACHINE, 0x80000002u);
   EXPECT_TRUE(fresh.m_sBasePath.empty());
-  EXPECT_EQ(g_CfgRegStore.m_hRoot, HKEY_CURRENT_USER);
+  EXPECT_EQ(g_AppRegStore.m_hRoot, HKEY_CURRENT_USER);
+  EXPECT_EQ(g_UserRegStore.m_hRoot, HKEY_CURRENT_USER);
 }
 
 TEST_F(RegStoreTest, SetBaseAddsOneBackslashOnlyWhenMissing) {
