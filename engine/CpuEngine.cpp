@@ -2,6 +2,7 @@
 
 #include <libyuv.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <new>
@@ -9,6 +10,8 @@
 #include "engine/PerspectiveMap.h"
 
 namespace {
+
+constexpr int kBandsPerThread = 4;
 
 // Row pointer of rect row y, counted from the top or, flipped, from the bottom.
 const uint8_t* SourceRow(const PicRegion& src, int y, bool flip) {
@@ -67,11 +70,16 @@ void CpuEngine::ForBands(int rows, const std::function<void(int, int)>& rowsJob)
     rowsJob(0, rows);
     return;
   }
-  m_pPool->Run([&](int index, int count) {
-    int first, end;
-    BandRows(rows, index, count, &first, &end);
-    if (first < end) rowsJob(first, end);
-  });
+  // A few bands a thread, so that the threads that are running share out
+  // the work of one that is not.
+  const int bands = std::min(rows, m_pPool->Participants() * kBandsPerThread);
+  m_pPool->Run(
+      [&](int index, int count) {
+        int first, end;
+        BandRows(rows, index, count, &first, &end);
+        if (first < end) rowsJob(first, end);
+      },
+      bands);
 }
 
 void CpuEngine::ResizeArgb(const PicRegion& src, const PicRegion& dst, ScaleFilter filter) {
@@ -113,9 +121,7 @@ int32_t CpuEngine::ResizeYuy2(const PicRegion& src, const PicRegion& dst, ScaleF
   if (!m_pPool) {
     for (int plane = 0; plane < 3; ++plane) scalePlane(plane);
   } else {
-    m_pPool->Run([&](int index, int count) {
-      for (int plane = index; plane < 3; plane += count) scalePlane(plane);
-    });
+    m_pPool->Run([&](int plane, int) { scalePlane(plane); }, 3);
   }
   ForBands(dst.h, [&](int y0, int y1) {
     const size_t luma = static_cast<size_t>(y0) * d.w, chroma = luma / 2;
@@ -145,8 +151,8 @@ int32_t CpuEngine::Perspective(const PicRegion& src, const PicRegion& dst,
 int32_t CpuEngine::MeasureFrames(int width, int height, int frames, StageTimes* out) {
   // The CPU's "upload" and "download" are copies into and out of the
   // engine's working pictures, the same traffic a device transfer makes.
-  const int outW = width == 1920 && height == 1080 ? 720 : 1920;
-  const int outH = width == 1920 && height == 1080 ? 576 : 1080;
+  int outW, outH;
+  MeasureScaleTarget(width, height, &outW, &outH);
   std::vector<uint8_t> host, work, argb, scaled, back;
   try {
     host.assign(static_cast<size_t>(width) * height * 2, 128);

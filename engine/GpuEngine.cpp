@@ -227,8 +227,8 @@ int32_t GpuEngine::Perspective(const PicRegion& src, const PicRegion& dst,
 }
 
 int32_t GpuEngine::MeasureFrames(int width, int height, int frames, StageTimes* out) {
-  const bool hd = width == 1920 && height == 1080;
-  const int outW = hd ? 720 : 1920, outH = hd ? 576 : 1080;
+  int outW, outH;
+  MeasureScaleTarget(width, height, &outW, &outH);
   std::vector<uint8_t> host(static_cast<size_t>(width) * height * 2, 128);
   std::vector<uint8_t> back(static_cast<size_t>(outW) * outH * 4);
   cl_mem yuy = Buffer(0, host.size()), argb = Buffer(1, static_cast<size_t>(width) * height * 4);

@@ -92,14 +92,44 @@ float sample_plane(__global const uchar* p, int stride, int step, int sn, int sm
   return mix(top, bot, ay);
 }
 
+float4 pixel(__global const uchar* p, int sw, int sh, int x, int y) {
+  x = clamp(x, 0, sw - 1);
+  y = clamp(y, 0, sh - 1);
+  return convert_float4(vload4(0, p + ((size_t)y * sw + x) * 4));
+}
+
+// All four channels at once; the same grid and filters as sample_plane.
 __kernel void scale_argb(__global const uchar* src, __global uchar* dst, int sw, int sh, int dw,
                          int dh, int filter) {
   int x = get_global_id(0), y = get_global_id(1);
   if (x >= dw || y >= dh) return;
-  for (int c = 0; c < 4; ++c) {
-    dst[((size_t)y * dw + x) * 4 + c] =
-        clamp_u8(sample_plane(src + c, sw * 4, 4, sw, sh, dw, dh, x, y, filter));
+  float4 v;
+  if (filter == 3 && dw < sw && dh < sh) {
+    float x0 = (float)x * sw / dw, x1 = (float)(x + 1) * sw / dw;
+    float y0 = (float)y * sh / dh, y1 = (float)(y + 1) * sh / dh;
+    float4 sum = (float4)(0.0f);
+    float area = 0.0f;
+    for (int j = (int)y0; j < (int)ceil(y1); ++j) {
+      float wy = fmin(y1, j + 1.0f) - fmax(y0, (float)j);
+      for (int i = (int)x0; i < (int)ceil(x1); ++i) {
+        float wx = fmin(x1, i + 1.0f) - fmax(x0, (float)i);
+        sum += wx * wy * pixel(src, sw, sh, i, j);
+        area += wx * wy;
+      }
+    }
+    v = sum / area;
+  } else if (filter == 0) {
+    v = pixel(src, sw, sh, (int)((x + 0.5f) * sw / dw), (int)((y + 0.5f) * sh / dh));
+  } else {
+    float fx = src_pos(x, sw, dw);
+    float fy = filter == 1 ? (float)(int)((y + 0.5f) * sh / dh) : src_pos(y, sh, dh);
+    int ix = (int)floor(fx), iy = (int)floor(fy);
+    float ax = fx - ix, ay = fy - iy;
+    float4 top = mix(pixel(src, sw, sh, ix, iy), pixel(src, sw, sh, ix + 1, iy), ax);
+    float4 bot = mix(pixel(src, sw, sh, ix, iy + 1), pixel(src, sw, sh, ix + 1, iy + 1), ax);
+    v = mix(top, bot, ay);
   }
+  vstore4(convert_uchar4_sat_rte(v), 0, dst + ((size_t)y * dw + x) * 4);
 }
 
 // YUY2: luma is every second byte; U and V every fourth at half the width.

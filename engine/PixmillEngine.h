@@ -19,6 +19,14 @@ struct StageTimes {
   double Total() const { return dUpload + dConvert + dScale + dDownload; }
 };
 
+// Where the built-in measurement scales to: the other broadcast size from
+// 720x576 and 1920x1080, any other size to itself.
+inline void MeasureScaleTarget(int width, int height, int* outW, int* outH) {
+  const bool sd = width == 720 && height == 576, hd = width == 1920 && height == 1080;
+  *outW = sd ? 1920 : hd ? 720 : width;
+  *outH = sd ? 1080 : hd ? 576 : height;
+}
+
 class PixmillEngine {
  public:
   virtual ~PixmillEngine() = default;
@@ -33,7 +41,7 @@ class PixmillEngine {
 
   // Short name for test messages ("CPU x2", the OpenCL device name).
   virtual std::string Name() const = 0;
-  // Runs frames rounds of upload, YUY2->ARGB, ARGB scale to the other
-  // broadcast size and download at width x height; averages per frame.
+  // Runs frames rounds of upload, YUY2->ARGB, ARGB scale to
+  // MeasureScaleTarget and download at width x height; averages per frame.
   virtual int32_t MeasureFrames(int width, int height, int frames, StageTimes* out) = 0;
 };

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <thread>
+#include <vector>
 
 #include "engine/BandPool.h"
 #include "engine/Pixmill.h"
@@ -111,14 +113,35 @@ TEST(CpuBandsTest, Perspective) {
 TEST(BandPoolTest, EveryBandRunsOncePerCall) {
   BandPool pool(4);
   ASSERT_EQ(4, pool.Participants());
-  for (int round = 0; round < 200; ++round) {
-    std::atomic<int> seen[4] = {};
-    pool.Run([&](int index, int count) {
-      ASSERT_EQ(4, count);
-      seen[index].fetch_add(1);
-    });
-    for (auto& s : seen) ASSERT_EQ(1, s.load());
+  for (int bands : {1, 3, 4, 16, 50}) {
+    for (int round = 0; round < 50; ++round) {
+      std::vector<std::atomic<int>> seen(bands);
+      pool.Run(
+          [&](int index, int count) {
+            ASSERT_EQ(bands, count);
+            seen[index].fetch_add(1);
+          },
+          bands);
+      for (auto& s : seen) ASSERT_EQ(1, s.load());
+    }
   }
+}
+
+TEST(BandPoolTest, OneParticipantDoesTheRestWhileAnotherIsHeld) {
+  BandPool pool(2);
+  std::atomic<int> count{0};
+  // Whoever takes band 0 is held there until the other bands are all done:
+  // the other participant has to take every one of them.
+  pool.Run(
+      [&](int index, int) {
+        if (index == 0) {
+          while (count.load() < 7) std::this_thread::yield();
+        } else {
+          count.fetch_add(1);
+        }
+      },
+      8);
+  EXPECT_EQ(7, count.load());
 }
 
 TEST(BandPoolTest, BandsCoverTheRowsWithoutGaps) {
