@@ -100,8 +100,8 @@ int32_t Run(Hook& hook, Args&... args) {
 // Save of one record of `size` bytes at `record`: size field, count hook,
 // body, then the after-body hook (owned lists, trailing blocks).
 template <class FillCounts = NoRecordHook, class AfterBody = NoRecordHook>
-int32_t SaveSizedRecord(FILE* stream, void* record, int32_t size, FillCounts fillCounts = {},
-                        AfterBody afterBody = {}) {
+int32_t SaveSizedBytes(FILE* stream, void* record, int32_t size, FillCounts fillCounts = {},
+                       AfterBody afterBody = {}) {
   int64_t bodyStart = 0;
   if (WriteRecordSize(stream, size, &bodyStart) != 0) return -1;
   fillCounts();
@@ -114,8 +114,8 @@ template <class Record, class FillCounts = NoRecordHook, class AfterBody = NoRec
 int32_t SaveSizedRecord(FILE* stream, Record& record, FillCounts fillCounts = {},
                         AfterBody afterBody = {}) {
   static_assert(std::is_trivially_copyable_v<Record>, "records are plain packed structs");
-  return SaveSizedRecord(stream, static_cast<void*>(&record), static_cast<int32_t>(sizeof(Record)),
-                         fillCounts, afterBody);
+  return SaveSizedBytes(stream, static_cast<void*>(&record), static_cast<int32_t>(sizeof(Record)),
+                        fillCounts, afterBody);
 }
 
 // Load of a packed record whose current size is sizeof(Record); see the top.

@@ -7,6 +7,7 @@
 
 #include "core/DataLock.h"
 #include "platform/Clock.h"
+#include "platform/WaitResult.h"
 #include "tests/core/DataLockTestPeer.h"
 
 using Peer = CDataLockTestPeer;
@@ -43,6 +44,13 @@ TEST(DataLockConcurrency, StressCountsEveryIncrement) {
   for (auto& th : threads) th.join();
   EXPECT_EQ(counter, int64_t{kThreads} * kIterations);
   EXPECT_EQ(Peer::LockWord(lock), 0);
+  // With nobody waiting, every count taken off lWaiters by a releaser is a
+  // post that is either consumed or still in the semaphore: they balance.
+  int32_t permits = 0;
+  if (platform::Semaphore* sem = Peer::Semaphore(lock)) {
+    while (sem->Wait(0) == platform::kWaitObject0) ++permits;
+  }
+  EXPECT_EQ(Peer::Waiters(lock) + permits, 0);
   EXPECT_GE(Peer::OwnerCode(lock), 1);
   EXPECT_LE(Peer::OwnerCode(lock), kThreads);
 }

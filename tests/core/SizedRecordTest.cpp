@@ -292,3 +292,46 @@ TEST(SizedRecord, PositionsBeyondTheHelpersRangeAreRefused) {
   EXPECT_EQ(probe.Save(stream), -1);
   std::fclose(stream);
 }
+
+TEST(SizedRecord, FailingAfterReadHookLeavesTheObjectAlone) {
+  ProbeData written;
+  written.iKind = 31;
+  FILE* stream = StreamWith(ProbeBytes(written, 18));
+  Probe probe(2, 3);
+  bool listsRan = false;
+  const int32_t result = LoadSizedRecord(
+      stream, probe.Record(), [](ProbeData&) { return -1; }, [&](ProbeData&) { listsRan = true; });
+  EXPECT_EQ(result, -1);
+  EXPECT_FALSE(listsRan);
+  EXPECT_EQ(Val(probe.iKind), 2);
+  std::fclose(stream);
+}
+
+TEST(SizedRecord, FailingAfterBodyHookFailsTheSaveAfterTheBody) {
+  Probe probe(6, 7);
+  FILE* stream = std::tmpfile();
+  int calls = 0;
+  const int32_t result = SaveSizedRecord(
+      stream, probe.Record(), [&] { ++calls; }, [&] { return ++calls > 0 ? -1 : 0; });
+  EXPECT_EQ(result, -1);
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(StreamBytes(stream), ProbeBytes(probe, 18));
+  std::fclose(stream);
+}
+
+TEST(SizedRecord, RawPointerFormWritesTheGivenSize) {
+  uint8_t record[5] = {1, 2, 3, 4, 5};
+  FILE* stream = std::tmpfile();
+  ASSERT_EQ(SaveSizedBytes(stream, record, 3), 0);
+  const auto bytes = StreamBytes(stream);
+  const std::vector<uint8_t> expected = {3, 0, 0, 0, 1, 2, 3};
+  EXPECT_EQ(bytes, expected);
+  uint8_t back[5] = {};
+  EXPECT_EQ(ReadSizedRecord(stream, back, 2), -1);  // 3 is more than 2
+  EXPECT_EQ(std::ftell(stream), 4);
+  std::rewind(stream);
+  EXPECT_EQ(ReadSizedRecord(stream, back, 5), 0);
+  EXPECT_EQ(std::memcmp(back, record, 3), 0);
+  EXPECT_EQ(back[3], 0);
+  std::fclose(stream);
+}
