@@ -46,6 +46,20 @@ class GlobalCfgFileTest : public TempStoreTest {
     return std::memcmp(&m_global.ext, &expected, sizeof expected) == 0;
   }
 
+  // All four calls give -1 and the records stay as they were.
+  void ExpectEveryFileCallFails() {
+    Fill(&m_global.ext, sizeof m_global.ext, 8);
+    m_global.cfg.iScrubSize = 33;
+    const GlobalCfgData before = m_global.cfg;
+    const GlobalCfgExtData beforeExt = m_global.ext;
+    EXPECT_EQ(m_global.LoadCfg(), -1);
+    EXPECT_EQ(m_global.SaveCfg(), -1);
+    EXPECT_EQ(m_global.LoadExt(), -1);
+    EXPECT_EQ(m_global.SaveExt(), -1);
+    EXPECT_TRUE(CfgIs(before));
+    EXPECT_TRUE(ExtIs(beforeExt));
+  }
+
   std::string m_cfgPath;
   std::string m_extPath;
   CGlobalCfg m_global;
@@ -109,25 +123,14 @@ TEST_F(GlobalCfgFileTest, SaveOverALongerFileKeepsWhatLiesBeyond) {
 TEST_F(GlobalCfgFileTest, EmptyPathFailsWithoutTouchingAFile) {
   m_global.SetCfgFile("");
   m_global.SetExtFile("");
-  m_global.cfg.iScrubSize = 33;
-  const GlobalCfgData before = m_global.cfg;
-  EXPECT_EQ(m_global.LoadCfg(), -1);
-  EXPECT_EQ(m_global.SaveCfg(), -1);
-  EXPECT_EQ(m_global.LoadExt(), -1);
-  EXPECT_EQ(m_global.SaveExt(), -1);
-  EXPECT_TRUE(CfgIs(before));
+  ExpectEveryFileCallFails();
   EXPECT_TRUE(std::filesystem::is_empty(m_dir));
 }
 
 TEST_F(GlobalCfgFileTest, FileThatCannotBeOpenedFails) {
   m_global.SetCfgFile((m_dir + "/no/such/folder/main.cfg").c_str());
   m_global.SetExtFile((m_dir + "/no/such/folder/ext.cfg").c_str());
-  const GlobalCfgData before = m_global.cfg;
-  EXPECT_EQ(m_global.LoadCfg(), -1);
-  EXPECT_EQ(m_global.SaveCfg(), -1);
-  EXPECT_EQ(m_global.LoadExt(), -1);
-  EXPECT_EQ(m_global.SaveExt(), -1);
-  EXPECT_TRUE(CfgIs(before));
+  ExpectEveryFileCallFails();
 }
 
 TEST_F(GlobalCfgFileTest, FileShorterThanTheSizeWordFails) {
