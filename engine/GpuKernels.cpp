@@ -160,6 +160,8 @@ __kernel void perspective(__global const uchar* src, __global uchar* dst, int sw
   if (cover > 0.0f) {
     float w = m[6] * cx + m[7] * cy + m[8];
     float u = (m[0] * cx + m[1] * cy + m[2]) / w, v = (m[3] * cx + m[4] * cy + m[5]) / w;
+    u = isnan(u) ? -2.0f : clamp(u, -2.0f, sw + 2.0f);
+    v = isnan(v) ? -2.0f : clamp(v, -2.0f, sh + 2.0f);
     if (filter == 0) {
       int ix = clamp((int)floor(u), 0, sw - 1), iy = clamp((int)floor(v), 0, sh - 1);
       __global const uchar* p = src + ((size_t)iy * sw + ix) * 4;

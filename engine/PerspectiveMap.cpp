@@ -115,6 +115,10 @@ double Coverage(const PerspectiveMap& map, double x, double y) {
 
 // Source colour at (u, v) in source rectangle pixels, edges clamped.
 void Sample(const PicRegion& src, const PerspectiveMap& map, double u, double v, double rgba[4]) {
+  // Far outside positions all land on the edge; clamping first keeps the
+  // conversion to int defined for any map.
+  u = std::isnan(u) ? -2.0 : std::clamp(u, -2.0, src.w + 2.0);
+  v = std::isnan(v) ? -2.0 : std::clamp(v, -2.0, src.h + 2.0);
   const uint8_t* origin = src.RectOrigin();
   auto px = [&](int x, int y) {
     x = std::clamp(x, 0, src.w - 1);
