@@ -203,7 +203,12 @@ int64_t RegDatabase::AddChild(int64_t parent, std::string_view name) {
 }
 
 int64_t RegDatabase::OpenKey(HKEY root, std::string_view path) {
-  int64_t id = RootId(root);
+  const int64_t id = RootId(root);
+  return id < 0 ? -1 : OpenSubKey(id, path);
+}
+
+int64_t RegDatabase::OpenSubKey(int64_t parent, std::string_view path) {
+  int64_t id = parent;
   std::vector<std::string_view> names;
   if (id < 0 || m_db == nullptr || !SplitRegPath(path, kMaxKeyName, &names)) return -1;
   for (const std::string_view name : names) {
@@ -227,13 +232,18 @@ int64_t RegDatabase::CreateKey(HKEY root, std::string_view path) {
 }
 
 bool RegDatabase::DeleteKey(HKEY root, std::string_view path) {
-  const int64_t id = OpenKey(root, path);
-  if (id < 0 || id == RootId(root)) return false;
+  return DeleteKey(OpenKey(root, path));
+}
+
+bool RegDatabase::DeleteKey(int64_t key) {
+  if (key < 0 || key == RootId(HKEY_CURRENT_USER) || key == RootId(HKEY_LOCAL_MACHINE)) {
+    return false;
+  }
   Statement children(m_db, "SELECT 1 FROM reg_keys WHERE parent = ?1 LIMIT 1");
-  children.Bind(1, id);
+  children.Bind(1, key);
   if (children.Step() != SQLITE_DONE) return false;  // has sub-keys, or the store failed
   Statement st(m_db, "DELETE FROM reg_keys WHERE id = ?1");
-  st.Bind(1, id);
+  st.Bind(1, key);
   return st.Step() == SQLITE_DONE && sqlite3_changes(m_db) == 1;
 }
 

@@ -52,10 +52,13 @@ class RegDatabase {
   // Key ids, or -1 when the key is missing or the store fails. An empty
   // path is the root itself; components are separated by a backslash.
   int64_t OpenKey(HKEY root, std::string_view path);
+  // The same below an opened key.
+  int64_t OpenSubKey(int64_t parent, std::string_view path);
   // Opens the key, creating every missing component with the store's class.
   int64_t CreateKey(HKEY root, std::string_view path);
-  // Deletes a key that has no sub-keys, with its values.
+  // Deletes a key that has no sub-keys, with its values; never a root.
   bool DeleteKey(HKEY root, std::string_view path);
+  bool DeleteKey(int64_t key);
 
   bool QueryValue(int64_t key, std::string_view name, RegValue* out);
   bool SetValue(int64_t key, std::string_view name, uint32_t type, const void* data, size_t size);

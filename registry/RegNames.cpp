@@ -67,7 +67,7 @@ bool SplitRegPath(std::string_view path, size_t maxName, std::vector<std::string
   while (true) {
     const size_t cut = path.find('\\');
     const std::string_view name = path.substr(0, cut);
-    if (name.empty() || name.size() > maxName) return false;
+    if (name.empty() || name.size() > maxName || names->size() == kMaxRegDepth) return false;
     names->push_back(name);
     if (cut == std::string_view::npos) return true;
     path.remove_prefix(cut + 1);

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "registry/RegDatabase.h"
+#include "registry/RegNames.h"
 
 CRegStore g_AppRegStore;
 CRegStore g_UserRegStore;
@@ -65,19 +66,21 @@ bool WriteText(RegDatabase& db, int64_t key, const std::string& name, const std:
   return db.SetValue(key, name, REG_SZ, text.c_str(), text.size() + 1);
 }
 
-int32_t DeleteTree(RegDatabase& db, HKEY root, const std::string& key) {
-  if (db.OpenKey(root, key) < 0) return 0;
+// Depth first below the opened key `key`; `depth` bounds the recursion
+// however the stored tree looks.
+int32_t DeleteTree(RegDatabase& db, int64_t key, size_t depth) {
+  if (key < 0 || depth > kMaxRegDepth) return 0;
   int32_t result = 1;
   while (result == 1) {
     // Always index 0: each child is gone when the next round comes.
     std::string child;
-    const RegDatabase::EnumResult found = db.EnumSubKey(db.OpenKey(root, key), 0, &child);
+    const RegDatabase::EnumResult found = db.EnumSubKey(key, 0, &child);
     if (found == RegDatabase::EnumResult::NoMore) {
-      result = db.DeleteKey(root, key) ? 1 : 0;
+      result = db.DeleteKey(key) ? 1 : 0;
       break;  // the key is gone, so the next enumeration would end the loop anyway
     }
     if (found == RegDatabase::EnumResult::Failed) break;
-    result = DeleteTree(db, root, key + "\\" + child);
+    result = DeleteTree(db, db.OpenSubKey(key, child), depth + 1);
   }
   return result;
 }
@@ -189,12 +192,10 @@ int32_t CRegStore::WriteBinary(const std::string& subKey, const std::string& nam
 
 int32_t CRegStore::DeleteKeyTree(HKEY root, std::string key) const {
   if (key.empty()) return 0;
-  // Child paths are formed with one backslash behind the key.
-  if (key.size() > 1 && key.back() == '\\') key.pop_back();
   try {
     RegDatabase db;
     if (!db.Open(RegDatabase::Mode::Write)) return 0;
-    const int32_t result = DeleteTree(db, root, key);
+    const int32_t result = DeleteTree(db, db.OpenKey(root, key), 1);
     // What was deleted stays deleted, as with a tree delete that stops half way.
     return db.Commit() ? result : 0;
   } catch (...) {

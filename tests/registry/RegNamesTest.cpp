@@ -41,4 +41,13 @@ TEST(SplitRegPath, RefusesEmptyAndOverlongNames) {
   EXPECT_TRUE(SplitRegPath("abc", 3, &names));
 }
 
+TEST(SplitRegPath, RefusesPathsDeeperThanTheLimit) {
+  std::string path = "k";
+  for (size_t i = 1; i < kMaxRegDepth; ++i) path += "\\k";
+  std::vector<std::string_view> names;
+  ASSERT_TRUE(SplitRegPath(path, 255, &names));
+  EXPECT_EQ(names.size(), kMaxRegDepth);
+  EXPECT_FALSE(SplitRegPath(path + "\\k", 255, &names));
+}
+
 }  // namespace

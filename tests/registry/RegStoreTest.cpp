@@ -294,3 +294,21 @@ TEST_F(RegStoreTest, DeleteKeyTreeAcceptsATrailingBackslash) {
 }
 
 }  // namespace
+
+namespace {
+
+class RegStoreDepthTest : public TempStoreTest {};
+
+TEST_F(RegStoreDepthTest, DeepestPathIsStoredAndDeletedOneDeeperIsRefused) {
+  CRegStore reg;
+  reg.SetBase(HKEY_CURRENT_USER, "");
+  std::string path = "d";
+  for (size_t i = 1; i < 512; ++i) path += "\\d";
+  ASSERT_EQ(reg.WriteDword(path, "v", 1), 1);
+  EXPECT_EQ(reg.ReadDword(path, "v", 0), 1u);
+  EXPECT_EQ(reg.WriteDword(path + "\\d", "v", 1), 0);
+  EXPECT_EQ(reg.DeleteKeyTree(HKEY_CURRENT_USER, "d"), 1);
+  EXPECT_EQ(Count("SELECT count(*) FROM reg_keys"), 2);  // the roots
+}
+
+}  // namespace
