@@ -147,11 +147,11 @@ TEST_P(EdgeTable, LandsWhereDerived) {
       break;
   }
   EXPECT_EQ(result, want.result);
-  EXPECT_EQ(item.dStart, want.dStart);
-  EXPECT_EQ(item.dEnd, want.dEnd);
-  EXPECT_EQ(item.dSourceIn, want.dSourceIn);
-  EXPECT_EQ(item.dSourceLength, want.dSourceLength);
-  EXPECT_EQ(item.fSpeed, std::isnan(want.fSpeed) ? c.speed : want.fSpeed);
+  EXPECT_EQ(+item.dStart, +want.dStart);
+  EXPECT_EQ(+item.dEnd, +want.dEnd);
+  EXPECT_EQ(+item.dSourceIn, +want.dSourceIn);
+  EXPECT_EQ(+item.dSourceLength, +want.dSourceLength);
+  EXPECT_EQ(+item.fSpeed, std::isnan(+want.fSpeed) ? c.speed : +want.fSpeed);
 }
 
 std::vector<EdgeCase> AllCases() {

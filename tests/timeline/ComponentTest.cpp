@@ -19,15 +19,15 @@ uint32_t RunningNumber(int64_t id) {
 
 TEST(ComponentData, DefaultsOfTheRecord) {
   CComponentData d;
-  EXPECT_EQ(d.iRecordSize, 1001);
-  EXPECT_EQ(d.iKind, 0);
-  EXPECT_EQ(d.fSpeed, 1.0f);
-  EXPECT_EQ(d.fLevelMax, 100.0f);
-  EXPECT_EQ(d.fParamA, 20.0f);
-  EXPECT_EQ(d.fParamB, 20.0f);
-  EXPECT_EQ(d.fParamC, 50.0f);
+  EXPECT_EQ(+d.iRecordSize, 1001);
+  EXPECT_EQ(+d.iKind, 0);
+  EXPECT_EQ(+d.fSpeed, 1.0f);
+  EXPECT_EQ(+d.fLevelMax, 100.0f);
+  EXPECT_EQ(+d.fParamA, 20.0f);
+  EXPECT_EQ(+d.fParamB, 20.0f);
+  EXPECT_EQ(+d.fParamC, 50.0f);
   EXPECT_EQ(d.cTimesAreDouble, 1);
-  EXPECT_EQ(d.dStart, 0.0);
+  EXPECT_EQ(+d.dStart, 0.0);
   EXPECT_EQ(d.szLabel[0], '\0');
   // Every byte that has no default is zero, reserved ranges included.
   CComponentData zeroed = d;
@@ -42,9 +42,9 @@ TEST(ComponentData, DefaultsOfTheRecord) {
 TEST(Component, NewComponentHasSpeedOneAndFreshId) {
   CComponent a;
   CComponent b;
-  EXPECT_EQ(a.fSpeed, 1.0f);
-  EXPECT_NE(a.iUniqueId, b.iUniqueId);
-  EXPECT_EQ(RunningNumber(b.iUniqueId), RunningNumber(a.iUniqueId) + 1);
+  EXPECT_EQ(+a.fSpeed, 1.0f);
+  EXPECT_NE(+a.iUniqueId, +b.iUniqueId);
+  EXPECT_EQ(RunningNumber(+b.iUniqueId), RunningNumber(+a.iUniqueId) + 1);
   EXPECT_EQ(a.iLine, 0);
   EXPECT_THAT(a.aRuntimeFlags, ElementsAre(1, 1, 1));
   EXPECT_THAT(a.aRuntimeWords, ElementsAre(0, 0, 0, 0));
@@ -57,8 +57,8 @@ TEST(Component, AssignKeepIdCopiesAllButIdentity) {
   std::strcpy(a.szPath, "clip.avi");
   const int64_t keep = b.iUniqueId;
   b.AssignKeepId(a);
-  EXPECT_EQ(b.iUniqueId, keep);
-  EXPECT_EQ(b.iKind, 6);
+  EXPECT_EQ(+b.iUniqueId, keep);
+  EXPECT_EQ(+b.iKind, 6);
   EXPECT_STREQ(b.szPath, "clip.avi");
 }
 
@@ -77,14 +77,14 @@ TEST(Component, CopyFromTakesIdentityAndDeepLists) {
   CComponent copy;
   copy.m_Markers.Add(new CMarkerPoint(1, 1));
   copy.CopyFrom(source);
-  EXPECT_EQ(copy.iUniqueId, source.iUniqueId);
+  EXPECT_EQ(+copy.iUniqueId, +source.iUniqueId);
   EXPECT_EQ(copy.iLine, 3);
   EXPECT_EQ(copy.iRuntimeB, 8);
   EXPECT_EQ(copy.aRuntimeFlags[2], 0);
   ASSERT_EQ(copy.m_Levels.GetCount(), 2);
   EXPECT_NE(copy.m_Levels.GetAt(0), source.m_Levels.GetAt(0));
   ASSERT_EQ(copy.m_Markers.GetCount(), 1);
-  EXPECT_EQ(copy.m_Markers.GetAt(0)->iTime, 500);
+  EXPECT_EQ(+copy.m_Markers.GetAt(0)->iTime, 500);
   ASSERT_EQ(copy.m_Effects.GetCount(), 1);
   CEffect* copied = copy.m_Effects.GetAt(0);
   EXPECT_NE(copied, effect);
@@ -110,7 +110,7 @@ TEST(ComponentEdges, SetEndAtOrBeforeStartKeepsOneFrame) {
   for (int32_t kind : {1, 4}) {
     std::unique_ptr<CComponent> c(Clip(kind, 4000, 8000, 0, 4000, 20000, 1.0f));
     EXPECT_EQ(c->SetEnd(1000), 4040) << kind;
-    EXPECT_EQ(c->dEnd - c->dStart, 40.0) << kind;
+    EXPECT_EQ(+c->dEnd - +c->dStart, 40.0) << kind;
     EXPECT_EQ(c->SetEnd(-5), 4040) << kind;  // negative times count as 0
   }
 }
@@ -119,16 +119,16 @@ TEST(ComponentEdges, SetEndStopsAtMediaEndAtDoubleSpeed) {
   // 10 s of source at speed 2 gives at most 5 s on the timeline.
   std::unique_ptr<CComponent> c(Clip(1, 0, 2000, 0, 4000, 10000, 2.0f));
   EXPECT_EQ(c->SetEnd(60000), 5000);
-  EXPECT_EQ(c->dSourceLength, 10000.0);
-  EXPECT_EQ(c->dSourceIn, 0.0);
+  EXPECT_EQ(+c->dSourceLength, 10000.0);
+  EXPECT_EQ(+c->dSourceIn, 0.0);
 }
 
 TEST(ComponentEdges, SetStartCannotPassFirstSourceFrame) {
   // S = 100, Is = 25: the edge stops at frame 75, source from 0.
   std::unique_ptr<CComponent> c(Clip(1, 4000, 8000, 1000, 4000, 20000, 1.0f));
   EXPECT_EQ(c->SetStart(0), 3000);
-  EXPECT_EQ(c->dSourceIn, 0.0);
-  EXPECT_EQ(c->dSourceLength, 5000.0);
+  EXPECT_EQ(+c->dSourceIn, 0.0);
+  EXPECT_EQ(+c->dSourceLength, 5000.0);
 }
 
 TEST(ComponentEdges, ReverseShorteningOnRightRaisesSourceIn) {
@@ -136,9 +136,9 @@ TEST(ComponentEdges, ReverseShorteningOnRightRaisesSourceIn) {
   c->cReverse = 1;
   const double sourceEnd = c->dSourceIn + c->dSourceLength;
   EXPECT_EQ(c->SetEnd(2000), 2000);
-  EXPECT_EQ(c->dSourceIn, 2000.0);
-  EXPECT_EQ(c->dSourceLength, 2000.0);
-  EXPECT_EQ(c->dSourceIn + c->dSourceLength, sourceEnd);
+  EXPECT_EQ(+c->dSourceIn, 2000.0);
+  EXPECT_EQ(+c->dSourceLength, 2000.0);
+  EXPECT_EQ(+c->dSourceIn + +c->dSourceLength, sourceEnd);
 }
 
 TEST(ComponentEdges, StretchSpeedIsOneForZeroLength) {
@@ -148,24 +148,24 @@ TEST(ComponentEdges, StretchSpeedIsOneForZeroLength) {
   EXPECT_EQ(StretchSpeed(4000.0, 2000.0), 2.0f);
   std::unique_ptr<CComponent> c(Clip(2, 1000, 1000, 0, 80, 8000, 3.0f));
   EXPECT_EQ(c->StretchEnd(0), 1040);  // one frame behind the start frame 25
-  EXPECT_EQ(c->fSpeed, static_cast<float>(80.0 / 40.0));
+  EXPECT_EQ(+c->fSpeed, static_cast<float>(80.0 / 40.0));
 }
 
 TEST(ComponentEdges, FreeLengthKindsKeepSourceInAtZero) {
   for (int32_t kind : {0, 3, 4, 5, 6, 7, 8, 9, 10, 11}) {
     std::unique_ptr<CComponent> c(Clip(kind, 4000, 8000, 1200, 4000, 20000, 1.0f));
     c->SetEnd(9000);
-    EXPECT_EQ(c->dSourceIn, 0.0) << kind;
+    EXPECT_EQ(+c->dSourceIn, 0.0) << kind;
     c->dSourceIn = 1200;
     c->SetStart(2000);
-    EXPECT_EQ(c->dSourceIn, 0.0) << kind;
+    EXPECT_EQ(+c->dSourceIn, 0.0) << kind;
     c->dSourceIn = 1200;
     c->StretchEnd(12000);
-    EXPECT_EQ(c->dSourceIn, 0.0) << kind;
+    EXPECT_EQ(+c->dSourceIn, 0.0) << kind;
     c->dSourceIn = 1200;
     c->StretchStart(1000);
-    EXPECT_EQ(c->dSourceIn, 0.0) << kind;
-    EXPECT_EQ(c->dSourceLength, c->dEnd - c->dStart) << kind;
+    EXPECT_EQ(+c->dSourceIn, 0.0) << kind;
+    EXPECT_EQ(+c->dSourceLength, +c->dEnd - +c->dStart) << kind;
   }
 }
 
@@ -183,9 +183,9 @@ TEST(ComponentEdges, SpeedZeroActsAsOne) {
   std::unique_ptr<CComponent> zero(Clip(1, 4000, 8000, 2000, 4000, 12000, 0.0f));
   std::unique_ptr<CComponent> one(Clip(1, 4000, 8000, 2000, 4000, 12000, 1.0f));
   EXPECT_EQ(zero->SetEnd(20000), one->SetEnd(20000));
-  EXPECT_EQ(zero->dSourceLength, one->dSourceLength);
+  EXPECT_EQ(+zero->dSourceLength, +one->dSourceLength);
   EXPECT_EQ(zero->SetStart(0), one->SetStart(0));
-  EXPECT_EQ(zero->dSourceIn, one->dSourceIn);
+  EXPECT_EQ(+zero->dSourceIn, +one->dSourceIn);
   EXPECT_EQ(zero->GetTimelineMaxLength(), 12000);
   // In GetSourceFrame it makes the distance 0: always the in point's frame.
   zero->dStart = 4000;
@@ -235,7 +235,7 @@ TEST(ComponentLevels, DefaultCurvesOfKindsTwoSixAndTen) {
     c.fLevelMax = 1;
     c.cLevelBase = 7;
     EXPECT_EQ(c.InitDefaultLevels(), 0);
-    EXPECT_EQ(c.fLevelMax, r.max) << r.kind;
+    EXPECT_EQ(+c.fLevelMax, r.max) << r.kind;
     EXPECT_EQ(c.cLevelBase, r.base) << r.kind;
     ASSERT_EQ(c.m_Levels.GetCount(), 2);
     EXPECT_THAT(Times(c.m_Levels), ElementsAre(0, 0));
@@ -255,7 +255,7 @@ TEST(ComponentLevels, ExistingCurveChangesNothingNotEvenScale) {
   c.fLevelMax = 50;
   c.m_Levels.Add(new CLevelPoint(kRoleStart, 0, 3));
   c.InitDefaultLevels();
-  EXPECT_EQ(c.fLevelMax, 50.0f);
+  EXPECT_EQ(+c.fLevelMax, 50.0f);
   EXPECT_EQ(c.cLevelBase, 0);
   EXPECT_EQ(c.m_Levels.GetCount(), 1);
 }

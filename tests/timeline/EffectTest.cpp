@@ -25,15 +25,15 @@ std::vector<uint8_t> StreamBytes(FILE* f) {
 
 TEST(EffectData, Defaults) {
   CEffect e;
-  EXPECT_EQ(e.iEffectKind, 0);
-  EXPECT_EQ(e.iLength, 0);
+  EXPECT_EQ(+e.iEffectKind, 0);
+  EXPECT_EQ(+e.iLength, 0);
   EXPECT_EQ(e.cExtraFollows, 1);
   EXPECT_EQ(e.cEffectByte, 0);
   EXPECT_EQ(e.cRuntime, 0);
   CEffectExtra zero{};
   EXPECT_EQ(std::memcmp(&e.m_Extra, &zero, sizeof(zero)), 0);
   CKeyGroup g;
-  EXPECT_EQ(g.iLevelCount, 0);
+  EXPECT_EQ(+g.iLevelCount, 0);
   EXPECT_EQ(g.szKeyName[0], '\0');
 }
 
@@ -50,7 +50,7 @@ TEST(AddKeyGroup, LongNameFillsFieldWithoutTerminator) {
   const CKeyGroup* g = e.m_KeyGroups.GetAt(0);
   EXPECT_EQ(std::string(g->szKeyName, 40), std::string(40, 'a'));
   // The 41st character went nowhere: the byte behind the name is fKeyParamA.
-  EXPECT_EQ(g->fKeyParamA, 0.0f);
+  EXPECT_EQ(+g->fKeyParamA, 0.0f);
 }
 
 TEST(AddKeyGroup, CurveHasTwoPointsFromZeroToLength) {
@@ -60,10 +60,10 @@ TEST(AddKeyGroup, CurveHasTwoPointsFromZeroToLength) {
   EXPECT_EQ(e.AddKeyGroup("pan", 0, 0, 0, 0), 2);
   CKeyGroup* g = e.m_KeyGroups.GetAt(0);
   EXPECT_STREQ(g->szKeyName, "gain");
-  EXPECT_EQ(g->fKeyParamA, 1.5f);
-  EXPECT_EQ(g->fKeyParamB, 2.5f);
-  EXPECT_EQ(g->fStartValue, 10.0f);
-  EXPECT_EQ(g->fEndValue, 90.0f);
+  EXPECT_EQ(+g->fKeyParamA, 1.5f);
+  EXPECT_EQ(+g->fKeyParamB, 2.5f);
+  EXPECT_EQ(+g->fStartValue, 10.0f);
+  EXPECT_EQ(+g->fEndValue, 90.0f);
   ASSERT_EQ(g->m_Levels.GetCount(), 2);
   EXPECT_THAT(Times(g->m_Levels), ElementsAre(0, 4000));
   EXPECT_THAT(Values(g->m_Levels), ElementsAre(10.0f, 90.0f));
@@ -81,9 +81,9 @@ TEST(SetLength, ZeroIsRefusedAndKeepsOldLength) {
   CEffect e;
   e.SetLength(500);
   EXPECT_EQ(e.SetLength(0), -1);
-  EXPECT_EQ(e.iLength, 500);
+  EXPECT_EQ(+e.iLength, 500);
   EXPECT_EQ(e.SetLength(-3), 0);
-  EXPECT_EQ(e.iLength, -3);
+  EXPECT_EQ(+e.iLength, -3);
 }
 
 struct CountingEffect : CEffect {
@@ -181,7 +181,7 @@ TEST(EffectFile, SaveLoadGivesBackRecordBlockAndGroups) {
   ASSERT_EQ(source.Save(f), 0);
   EXPECT_EQ(source.cExtraFollows, 1);
   EXPECT_EQ(source.cEffectByte, 0);
-  EXPECT_EQ(source.iKeyGroupCount, 2);
+  EXPECT_EQ(+source.iKeyGroupCount, 2);
   const std::vector<uint8_t> bytes = StreamBytes(f);
   // size, 106 record bytes, 760 block bytes, then two groups of 4+110 and two points each.
   ASSERT_EQ(bytes.size(), 4u + 106 + 760 + 2 * (4 + 110 + 2 * (4 + 38)));
@@ -222,13 +222,13 @@ TEST(EffectFile, RecordWithoutBlockLeavesExtraZeroAndReadsNextItem) {
   CEffect loaded;
   loaded.m_Extra.aExtraHead[0] = 0x77;  // replaced by the zero block
   ASSERT_EQ(loaded.Load(f), 0);
-  EXPECT_EQ(loaded.iEffectKind, 3);
+  EXPECT_EQ(+loaded.iEffectKind, 3);
   EXPECT_EQ(loaded.cExtraFollows, 0);
   CEffectExtra zero{};
   EXPECT_EQ(std::memcmp(&loaded.m_Extra, &zero, sizeof(zero)), 0);
   CLevelPoint read;
   ASSERT_EQ(read.Load(f), 0);
-  EXPECT_EQ(read.iTime, 1234);
+  EXPECT_EQ(+read.iTime, 1234);
   EXPECT_EQ(read.cRole, kRoleEnd);
   std::fclose(f);
 }
@@ -244,7 +244,7 @@ TEST(EffectFile, TruncatedBlockFailsAndKeepsObject) {
   CEffect loaded;
   loaded.iEffectKind = 2;
   EXPECT_EQ(loaded.Load(f), -1);
-  EXPECT_EQ(loaded.iEffectKind, 2);
+  EXPECT_EQ(+loaded.iEffectKind, 2);
   std::fclose(f);
 }
 

@@ -67,7 +67,7 @@ TEST(EvaluateAndPlace, WritesStartAndEndTimes) {
   EXPECT_THAT(Times(list), ElementsAre(20, 500, 3000));
   // End 0 is not written but counts in the walk.
   EXPECT_EQ(list.EvaluateAndPlace(5000, 20, 0), 100.0f);
-  EXPECT_EQ(list.GetAt(2)->iTime, 3000);
+  EXPECT_EQ(+list.GetAt(2)->iTime, 3000);
 }
 
 TEST(EvaluateAndPlace, BeforeFirstRunsFromZeroAtQueryTime) {
@@ -94,12 +94,12 @@ TEST(AdjustSegment, BeyondLastPointMovesItTwiceClamped) {
   Fill(list, {{kRoleStart, 0, 10}, {kRoleEnd, 1000, 20}});
   // delta = 50 - 20 = 30, applied twice to the end point.
   EXPECT_EQ(list.AdjustSegment(2000, 50, 0, 1000, 100, 0), 0);
-  EXPECT_EQ(list.GetAt(1)->fValue, 80.0f);
-  EXPECT_EQ(list.GetAt(0)->fValue, 10.0f);
+  EXPECT_EQ(+list.GetAt(1)->fValue, 80.0f);
+  EXPECT_EQ(+list.GetAt(0)->fValue, 10.0f);
   CLevelPointList clamped;
   Fill(clamped, {{kRoleStart, 0, 10}, {kRoleEnd, 1000, 20}});
   clamped.AdjustSegment(2000, 50, 0, 1000, 60, 0);  // 50 after one step, 80 -> 60 after two
-  EXPECT_EQ(clamped.GetAt(1)->fValue, 60.0f);
+  EXPECT_EQ(+clamped.GetAt(1)->fValue, 60.0f);
 }
 
 TEST(AdjustSegment, ShiftsBothNeighboursOrSetsExactPoint) {
@@ -108,10 +108,10 @@ TEST(AdjustSegment, ShiftsBothNeighboursOrSetsExactPoint) {
   const float before = SegmentValue(500, 0, 0.0f, 1000, 100.0f, true);
   const float delta = static_cast<float>(60.0 - before);
   list.AdjustSegment(500, 60, 0, 1000, 100, 0);
-  EXPECT_EQ(list.GetAt(0)->fValue, static_cast<float>(0.0 + delta));
-  EXPECT_EQ(list.GetAt(1)->fValue, 100.0f);  // clamped to max
+  EXPECT_EQ(+list.GetAt(0)->fValue, static_cast<float>(0.0 + delta));
+  EXPECT_EQ(+list.GetAt(1)->fValue, 100.0f);  // clamped to max
   list.AdjustSegment(1000, 42, 0, 1000, 100, 0);
-  EXPECT_EQ(list.GetAt(1)->fValue, 42.0f);
+  EXPECT_EQ(+list.GetAt(1)->fValue, 42.0f);
 }
 
 TEST(SetEndTimes, MovesStartAndEndOnly) {
@@ -150,7 +150,7 @@ TEST_F(FadeTest, FadeInWithOffsetAddsTwoAndClearGivesPeakBack) {
   EXPECT_THAT(Values(list), ElementsAre(5.0f, 5.0f, 100.0f, 100.0f));
   EXPECT_EQ(list.ClearFades(nullptr), 0);
   EXPECT_THAT(Times(list), ElementsAre(0, 1000));
-  EXPECT_EQ(list.GetAt(0)->fValue, 100.0f);
+  EXPECT_EQ(+list.GetAt(0)->fValue, 100.0f);
 }
 
 TEST_F(FadeTest, FadeOutMirrorsTowardsTheEnd) {
@@ -167,7 +167,7 @@ TEST_F(FadeTest, KeptFadePointSurvivesClearFades) {
   list.SetFadeIn(200, 0, 1, 0);
   EXPECT_EQ(list.ClearFades(nullptr), 0);
   EXPECT_THAT(Times(list), ElementsAre(0, 200, 1000));
-  EXPECT_EQ(list.GetAt(0)->fValue, 0.0f);  // no clearable fade: start keeps its value
+  EXPECT_EQ(+list.GetAt(0)->fValue, 0.0f);  // no clearable fade: start keeps its value
 }
 
 TEST_F(FadeTest, ClearFadesHonoursRange) {

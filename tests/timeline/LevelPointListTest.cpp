@@ -12,9 +12,9 @@ namespace {
 
 TEST(LevelPointData, DefaultsAreZero) {
   CLevelPoint p;
-  EXPECT_EQ(p.iTime, 0);
-  EXPECT_EQ(p.iPointTag, 0);
-  EXPECT_EQ(p.fValue, 0.0f);
+  EXPECT_EQ(+p.iTime, 0);
+  EXPECT_EQ(+p.iPointTag, 0);
+  EXPECT_EQ(+p.fValue, 0.0f);
   EXPECT_EQ(p.cRole, 0);
   EXPECT_EQ(p.cFade, 0);
   EXPECT_EQ(p.cFadeKeep, 0);
@@ -40,7 +40,7 @@ TEST(LevelInsertSorted, EqualTimeGoesInFrontOfExisting) {
   auto* p = new CLevelPoint(kRoleInner, 500, 9);
   EXPECT_EQ(list.InsertSorted(p), 1);
   EXPECT_EQ(list.GetAt(1), p);
-  EXPECT_EQ(list.GetAt(2)->fValue, 2.0f);
+  EXPECT_EQ(+list.GetAt(2)->fValue, 2.0f);
 }
 
 TEST(LevelInsertSorted, TimeBeyondEndPointStillGoesInFrontOfIt) {
@@ -75,7 +75,7 @@ TEST(LevelSetValueAt, ExistingTimeStoresWithoutNewPoint) {
   Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 400, 2}, {kRoleEnd, 1000, 3}});
   EXPECT_FALSE(list.SetValueAt(400, 7.0f));
   EXPECT_EQ(list.GetCount(), 3);
-  EXPECT_EQ(list.GetAt(1)->fValue, 7.0f);
+  EXPECT_EQ(+list.GetAt(1)->fValue, 7.0f);
 }
 
 TEST(LevelSetValueAt, NewTimeInsertsInnerPoint) {
@@ -83,8 +83,8 @@ TEST(LevelSetValueAt, NewTimeInsertsInnerPoint) {
   Fill(list, {{kRoleStart, 0, 1}, {kRoleEnd, 1000, 3}});
   EXPECT_TRUE(list.SetValueAt(300, 5.0f));
   ASSERT_EQ(list.GetCount(), 3);
-  EXPECT_EQ(list.GetAt(1)->iTime, 300);
-  EXPECT_EQ(list.GetAt(1)->fValue, 5.0f);
+  EXPECT_EQ(+list.GetAt(1)->iTime, 300);
+  EXPECT_EQ(+list.GetAt(1)->fValue, 5.0f);
   EXPECT_EQ(list.GetAt(1)->cRole, kRoleInner);
 }
 

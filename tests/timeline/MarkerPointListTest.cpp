@@ -63,7 +63,7 @@ TEST(MarkerLookups, FindByFrameUsesFramesAtDefaultRate) {
   CMarkerPointList list;
   FillMarkers(list, {{1000, 7}});
   ASSERT_NE(list.FindByFrame(1010), nullptr);  // both frame 25 at 25 fps
-  EXPECT_EQ(list.FindByFrame(1010)->iMarkerId, 7);
+  EXPECT_EQ(+list.FindByFrame(1010)->iMarkerId, 7);
   EXPECT_EQ(list.FindByFrame(1040), nullptr);  // frame 26
 }
 
@@ -74,7 +74,7 @@ TEST(MarkerLookups, FindAndRemoveById) {
   EXPECT_EQ(list.FindById(9), nullptr);
   EXPECT_TRUE(list.RemoveById(4));
   ASSERT_EQ(list.GetCount(), 2);
-  EXPECT_EQ(list.GetAt(0)->iTime, 200);
+  EXPECT_EQ(+list.GetAt(0)->iTime, 200);
   EXPECT_FALSE(list.RemoveById(9));
 }
 
@@ -91,18 +91,18 @@ TEST(MarkerScaling, ScaleTimesRoundsWithItsOwnConstant) {
   CMarkerPointList list;
   FillMarkers(list, {{1000, 1}, {1001, 2}});
   EXPECT_EQ(list.ScaleTimes(3, 1), -1);
-  EXPECT_EQ(list.GetAt(0)->iTime, 333);
-  EXPECT_EQ(list.GetAt(1)->iTime, 334);
+  EXPECT_EQ(+list.GetAt(0)->iTime, 333);
+  EXPECT_EQ(+list.GetAt(1)->iTime, 334);
   EXPECT_EQ(list.ScaleTimes(0, 5), -1);  // refused: unchanged
-  EXPECT_EQ(list.GetAt(0)->iTime, 333);
+  EXPECT_EQ(+list.GetAt(0)->iTime, 333);
 }
 
 TEST(MarkerScaling, FitToLengthNeverMovesMarkers) {
   CMarkerPointList list;
   FillMarkers(list, {{1000, 1}, {3000, 2}});
   EXPECT_EQ(list.FitToLength(500), -1);
-  EXPECT_EQ(list.GetAt(0)->iTime, 1000);
-  EXPECT_EQ(list.GetAt(1)->iTime, 3000);
+  EXPECT_EQ(+list.GetAt(0)->iTime, 1000);
+  EXPECT_EQ(+list.GetAt(1)->iTime, 3000);
 }
 
 TEST(MarkerPoint, CloneCopiesRecordAndRuntimeByte) {
@@ -110,8 +110,8 @@ TEST(MarkerPoint, CloneCopiesRecordAndRuntimeByte) {
   m.aMarkerText[0] = 'x';
   m.cRuntime = 2;
   CMarkerPoint* c = m.Clone();
-  EXPECT_EQ(c->iTime, 55);
-  EXPECT_EQ(c->iMarkerId, 3);
+  EXPECT_EQ(+c->iTime, 55);
+  EXPECT_EQ(+c->iMarkerId, 3);
   EXPECT_EQ(c->aMarkerText[0], 'x');
   EXPECT_EQ(c->cRuntime, 2);
   delete c;

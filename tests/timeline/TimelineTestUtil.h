@@ -1,4 +1,7 @@
 #pragma once
+// Records are packed, so their wider fields may sit unaligned: the tests read
+// them as values (a leading unary +) before the assertion macros bind them.
+//
 // Helpers shared by the timeline tests: curves built from (role, time, value)
 // triples and their read-back.
 
