@@ -148,24 +148,18 @@ cl_mem GpuEngine::Buffer(int slot, size_t bytes) {
 }
 
 // The rectangle travels as a compact block; the host picture keeps its rows.
-bool GpuEngine::Upload(cl_mem buffer, const PicRegion& pic) {
+bool GpuEngine::Transfer(cl_mem buffer, const PicRegion& pic, bool toDevice) {
   const size_t origin[3] = {0, 0, 0};
   const size_t hostOrigin[3] = {static_cast<size_t>(pic.x) * pic.BytesPerPixel(),
                                 static_cast<size_t>(pic.y), 0};
   const size_t region[3] = {RowBytes(pic), static_cast<size_t>(pic.h), 1};
-  return clEnqueueWriteBufferRect(m_Queue, buffer, CL_TRUE, origin, hostOrigin, region,
-                                  RowBytes(pic), 0, pic.stride, 0, pic.base, 0, nullptr,
-                                  nullptr) == CL_SUCCESS;
-}
-
-bool GpuEngine::Download(cl_mem buffer, const PicRegion& pic) {
-  const size_t origin[3] = {0, 0, 0};
-  const size_t hostOrigin[3] = {static_cast<size_t>(pic.x) * pic.BytesPerPixel(),
-                                static_cast<size_t>(pic.y), 0};
-  const size_t region[3] = {RowBytes(pic), static_cast<size_t>(pic.h), 1};
-  return clEnqueueReadBufferRect(m_Queue, buffer, CL_TRUE, origin, hostOrigin, region,
-                                 RowBytes(pic), 0, pic.stride, 0, pic.base, 0, nullptr,
-                                 nullptr) == CL_SUCCESS;
+  const cl_int err =
+      toDevice
+          ? clEnqueueWriteBufferRect(m_Queue, buffer, CL_TRUE, origin, hostOrigin, region,
+                                     RowBytes(pic), 0, pic.stride, 0, pic.base, 0, nullptr, nullptr)
+          : clEnqueueReadBufferRect(m_Queue, buffer, CL_TRUE, origin, hostOrigin, region,
+                                    RowBytes(pic), 0, pic.stride, 0, pic.base, 0, nullptr, nullptr);
+  return err == CL_SUCCESS;
 }
 
 bool GpuEngine::RunKernel(cl_kernel kernel, size_t gx, size_t gy) {
@@ -183,8 +177,8 @@ int32_t GpuEngine::Resize(const PicRegion& src, const PicRegion& dst, ScaleFilte
   const bool yuy2 = src.format == PIX_YUY2;
   cl_kernel k = m_Kernels[yuy2 ? kScaleYuy2 : kScaleArgb];
   const cl_int f = filter;
-  if (!Upload(in, src) || !SetArgs(k, in, out, src.w, src.h, dst.w, dst.h, f) ||
-      !RunKernel(k, yuy2 ? dst.w / 2 : dst.w, dst.h) || !Download(out, dst)) {
+  if (!Transfer(in, src, true) || !SetArgs(k, in, out, src.w, src.h, dst.w, dst.h, f) ||
+      !RunKernel(k, yuy2 ? dst.w / 2 : dst.w, dst.h) || !Transfer(out, dst, false)) {
     return PIXMILL_E_DEVICE;
   }
   return PIXMILL_OK;
@@ -194,7 +188,7 @@ int32_t GpuEngine::Convert(const PicRegion& src, const PicRegion& dst, bool flip
   cl_mem in = Buffer(0, RectBytes(src)), out = Buffer(1, RectBytes(dst));
   if (in == nullptr || out == nullptr) return PIXMILL_E_NO_MEMORY;
   const cl_int f = flip ? 1 : 0;
-  bool ok = Upload(in, src);
+  bool ok = Transfer(in, src, true);
   if (src.format == dst.format) {
     const cl_int rowBytes = static_cast<cl_int>(RowBytes(src));
     ok = ok && SetArgs(m_Kernels[kCopyRows], in, out, rowBytes, src.h, f) &&
@@ -203,7 +197,7 @@ int32_t GpuEngine::Convert(const PicRegion& src, const PicRegion& dst, bool flip
     cl_kernel k = m_Kernels[src.format == PIX_YUY2 ? kYuy2ToArgb : kArgbToYuy2];
     ok = ok && SetArgs(k, in, out, src.w, src.h, f) && RunKernel(k, src.w / 2, src.h);
   }
-  return ok && Download(out, dst) ? PIXMILL_OK : PIXMILL_E_DEVICE;
+  return ok && Transfer(out, dst, false) ? PIXMILL_OK : PIXMILL_E_DEVICE;
 }
 
 int32_t GpuEngine::Perspective(const PicRegion& src, const PicRegion& dst,
@@ -218,11 +212,11 @@ int32_t GpuEngine::Perspective(const PicRegion& src, const PicRegion& dst,
   if (in == nullptr || out == nullptr || params == nullptr) return PIXMILL_E_NO_MEMORY;
   const cl_int filter = map.filter, keep = map.keepOutside ? 1 : 0;
   cl_kernel k = m_Kernels[kPerspective];
-  bool ok = Upload(in, src) && (!map.keepOutside || Upload(out, dst)) &&
+  bool ok = Transfer(in, src, true) && (!map.keepOutside || Transfer(out, dst, true)) &&
             clEnqueueWriteBuffer(m_Queue, params, CL_TRUE, 0, sizeof(coeff), coeff, 0, nullptr,
                                  nullptr) == CL_SUCCESS;
   ok = ok && SetArgs(k, in, out, src.w, src.h, dst.w, dst.h, params, filter, keep) &&
-       RunKernel(k, dst.w, dst.h) && Download(out, dst);
+       RunKernel(k, dst.w, dst.h) && Transfer(out, dst, false);
   return ok ? PIXMILL_OK : PIXMILL_E_DEVICE;
 }
 

@@ -29,8 +29,8 @@ class GpuEngine : public PixmillEngine {
   GpuEngine() = default;
   bool Build(cl_device_id device, std::string* error);
   cl_mem Buffer(int slot, size_t bytes);
-  bool Upload(cl_mem buffer, const PicRegion& pic);
-  bool Download(cl_mem buffer, const PicRegion& pic);
+  // Host rectangle to device buffer (toDevice) or back.
+  bool Transfer(cl_mem buffer, const PicRegion& pic, bool toDevice);
   bool RunKernel(cl_kernel kernel, size_t gx, size_t gy);
 
   enum Kernel { kYuy2ToArgb, kArgbToYuy2, kCopyRows, kScaleArgb, kScaleYuy2, kPerspective, kCount };

@@ -44,31 +44,34 @@ bool FilterOfQuality(eResizeQuality quality, ScaleFilter* out) {
   return false;
 }
 
-// Common checks of a call with a source and a destination picture.
-int32_t MakePair(const unsigned char* source, unsigned char* destination,
-                 const tagPicProps* sourceProps, const tagPicProps* destinationProps,
-                 const tagRECT* sourceRect, const tagRECT* destinationRect, PicRegion* src,
-                 PicRegion* dst) {
-  if (int32_t s = MakePicRegion(source, sourceProps, sourceRect, src); s != PIXMILL_OK) return s;
-  if (int32_t s = MakePicRegion(destination, destinationProps, destinationRect, dst);
+// The raw arguments of a call with a source and a destination picture.
+struct PairArgs {
+  const unsigned char* source;
+  unsigned char* destination;
+  const tagPicProps* sourceProps;
+  const tagPicProps* destinationProps;
+  const tagRECT* sourceRect;
+  const tagRECT* destinationRect;
+};
+
+// Checks shared by every picture call: an engine that is ready, two valid
+// pictures, no shared bytes.
+int32_t PreparePair(const PixmillState* state, const PairArgs& a, PicRegion* src, PicRegion* dst) {
+  if (state == nullptr) return PIXMILL_E_NO_MEMORY;
+  if (!state->pBackend) return state->iInitStatus;
+  if (int32_t s = MakePicRegion(a.source, a.sourceProps, a.sourceRect, src); s != PIXMILL_OK) {
+    return s;
+  }
+  if (int32_t s = MakePicRegion(a.destination, a.destinationProps, a.destinationRect, dst);
       s != PIXMILL_OK) {
     return s;
   }
   return PicturesOverlap(*src, *dst) ? PIXMILL_E_ARGUMENT : PIXMILL_OK;
 }
 
-int32_t ResizeChecked(PixmillState* state, const unsigned char* source, unsigned char* destination,
-                      const tagPicProps* sourceProps, const tagPicProps* destinationProps,
-                      const tagRECT* sourceRect, const tagRECT* destinationRect,
-                      ScaleFilter filter) {
-  if (state == nullptr) return PIXMILL_E_NO_MEMORY;
-  if (!state->pBackend) return state->iInitStatus;
+int32_t ResizeChecked(PixmillState* state, const PairArgs& args, ScaleFilter filter) {
   PicRegion src, dst;
-  if (int32_t s = MakePair(source, destination, sourceProps, destinationProps, sourceRect,
-                           destinationRect, &src, &dst);
-      s != PIXMILL_OK) {
-    return s;
-  }
+  if (int32_t s = PreparePair(state, args, &src, &dst); s != PIXMILL_OK) return s;
   if (src.format != dst.format) return PIXMILL_E_FORMAT;
   return state->pBackend->Resize(src, dst, filter);
 }
@@ -148,8 +151,9 @@ int32_t CPixmill::Img_Resize(const unsigned char* source, unsigned char* destina
                              eResizeQuality quality, unsigned char*, int last) {
   ScaleFilter filter;
   if (!FilterOfQuality(quality, &filter) || last != 0) return PIXMILL_E_ARGUMENT;
-  return ResizeChecked(m_pState, source, destination, sourceProps, destinationProps, sourceRect,
-                       destinationRect, filter);
+  return ResizeChecked(
+      m_pState, {source, destination, sourceProps, destinationProps, sourceRect, destinationRect},
+      filter);
 }
 
 int32_t CPixmill::Img_ResizeARGB(unsigned char* source, unsigned char* destination,
@@ -161,19 +165,20 @@ int32_t CPixmill::Img_ResizeARGB(unsigned char* source, unsigned char* destinati
   if (destinationProps != nullptr && destinationProps->dwFormat != PIX_ARGB32) {
     return PIXMILL_E_FORMAT;
   }
-  return ResizeChecked(m_pState, source, destination, sourceProps, destinationProps, sourceRect,
-                       destinationRect, static_cast<ScaleFilter>(second));
+  return ResizeChecked(
+      m_pState, {source, destination, sourceProps, destinationProps, sourceRect, destinationRect},
+      static_cast<ScaleFilter>(second));
 }
 
 int32_t CPixmill::Img_Convert2(const unsigned char* source, unsigned char* destination,
                                const tagPicProps* sourceProps, const tagPicProps* destinationProps,
                                const tagRECT* sourceRect, const tagRECT* destinationRect, bool flag,
                                unsigned char*) {
-  if (m_pState == nullptr) return PIXMILL_E_NO_MEMORY;
-  if (!m_pState->pBackend) return m_pState->iInitStatus;
   PicRegion src, dst;
-  if (int32_t s = MakePair(source, destination, sourceProps, destinationProps, sourceRect,
-                           destinationRect, &src, &dst);
+  if (int32_t s = PreparePair(
+          m_pState,
+          {source, destination, sourceProps, destinationProps, sourceRect, destinationRect}, &src,
+          &dst);
       s != PIXMILL_OK) {
     return s;
   }
@@ -193,8 +198,10 @@ int32_t CPixmill::Img_PerspectiveCoeffARGB(unsigned char* source, const tagPicPr
   if (params == nullptr) return PIXMILL_E_NULL_BUFFER;
   if (first != 0 || second != 0) return PIXMILL_E_ARGUMENT;
   PicRegion src, dst;
-  if (int32_t s = MakePair(source, destination, sourceProps, destinationProps, sourceRect,
-                           destinationRect, &src, &dst);
+  if (int32_t s = PreparePair(
+          m_pState,
+          {source, destination, sourceProps, destinationProps, sourceRect, destinationRect}, &src,
+          &dst);
       s != PIXMILL_OK) {
     return s;
   }

@@ -143,6 +143,15 @@ TEST(PixmillTest, GetTestMsgAlwaysTerminatesInsideSize) {
   EXPECT_EQ(-1, engine.GetTestMsg(full, 0));
 }
 
+TEST(PixmillTest, GetTestMsgBeforeAnyTestGivesAnEmptyTerminatedText) {
+  CPixmill engine;
+  char text[150];
+  std::memset(text, 'x', sizeof(text));
+  EXPECT_EQ(0, engine.GetTestMsg(text, 150));
+  EXPECT_EQ('\0', text[0]);
+  EXPECT_EQ('x', text[1]);
+}
+
 TEST(PixmillTest, CpuMeasurementNamesEngineSizeAndRate) {
   CPixmill engine;
   ASSERT_EQ(0, engine.Img_InitConverter(-1, 2, nullptr, 96, 64, 0));
