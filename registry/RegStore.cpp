@@ -38,7 +38,7 @@ bool InReadKey(HKEY root, const std::string& path, Op op) {
 }
 
 // Runs `op` on the key, created when missing, in one write transaction.
-// 1 when `op` succeeded and the change is stored, else 0.
+// 1 when `op` succeeded and the change is stored, else 0 and nothing stored.
 template <typename Op>
 int32_t InWriteKey(HKEY root, const std::string& path, Op op) {
   try {
@@ -46,8 +46,8 @@ int32_t InWriteKey(HKEY root, const std::string& path, Op op) {
     if (!db.Open(RegDatabase::Mode::Write)) return 0;
     const int64_t key = db.CreateKey(root, path);
     if (key < 0) return 0;
-    const bool done = op(db, key);
-    return (db.Commit() && done) ? 1 : 0;
+    // A write that fails changes nothing: the transaction is rolled back.
+    return (op(db, key) && db.Commit()) ? 1 : 0;
   } catch (...) {
     return 0;
   }
@@ -196,8 +196,8 @@ int32_t CRegStore::DeleteKeyTree(HKEY root, std::string key) const {
     RegDatabase db;
     if (!db.Open(RegDatabase::Mode::Write)) return 0;
     const int32_t result = DeleteTree(db, db.OpenKey(root, key), 1);
-    // What was deleted stays deleted, as with a tree delete that stops half way.
-    return db.Commit() ? result : 0;
+    // All or nothing: a delete that stops half way is rolled back.
+    return (result == 1 && db.Commit()) ? 1 : 0;
   } catch (...) {
     return 0;
   }

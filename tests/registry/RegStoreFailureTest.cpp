@@ -109,6 +109,40 @@ TEST_F(RegStoreFailureTest, LockedStoreFailsWritesAfterTheWaitAndStillReads) {
   EXPECT_EQ(m_reg.ReadDword("K", "d", 0), 6u);
 }
 
+// A file made by another program with loose tables and odd rows: every
+// call ends with a defined result.
+TEST_F(RegStoreFailureTest, OddRowsGiveDefinedResults) {
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open(m_store.c_str(), &db), SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(db,
+                   "CREATE TABLE reg_keys(id INTEGER PRIMARY KEY, parent, name, folded, class);"
+                   "CREATE TABLE reg_values(key, name, folded, type, data);"
+                   "INSERT INTO reg_keys VALUES(2147483649, NULL, 'U', 'U', NULL);"
+                   "INSERT INTO reg_keys VALUES(10, 2147483649, 'Software', 'SOFTWARE', NULL);"
+                   "INSERT INTO reg_keys VALUES(11, 10, 'K', 'K', 5);"
+                   "INSERT INTO reg_keys VALUES(12, 11, '', '', '');"
+                   "INSERT INTO reg_keys VALUES(13, 11, 'lower', 'lower', '');"
+                   "INSERT INTO reg_values VALUES(11, 'd', 'D', 'text', NULL);"
+                   "INSERT INTO reg_values VALUES(11, 's', 'S', 1, 12345);",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  sqlite3_close(db);
+  EXPECT_EQ(m_reg.ReadDword("K", "d", 41), 41u);  // no bytes: the default stands
+  std::string text;
+  m_reg.ReadString("K", "s", "dflt", text);
+  EXPECT_EQ(text, "12345");
+  uint32_t size = 0;
+  EXPECT_EQ(m_reg.ReadBinary("K", "d", &size), nullptr);
+  EXPECT_EQ(size, 0u);
+  // The children can't be reached by their names, so the delete stops.
+  EXPECT_EQ(m_reg.DeleteKeyTree(HKEY_CURRENT_USER, "Software\\K"), 0);
+  // Tables without the store's constraints are not written to.
+  EXPECT_EQ(m_reg.WriteDword("K", "d", 7), 0);
+  EXPECT_EQ(m_reg.ReadDword("K", "d", 41), 41u);
+  EXPECT_EQ(Count("SELECT count(*) FROM reg_keys"), 5);
+}
+
 TEST_F(RegStoreFailureTest, EmptyFileBecomesAStoreOnFirstWrite) {
   WriteAll(m_store, "");
   EXPECT_EQ(m_reg.ReadDword("K", "d", 2), 2u);

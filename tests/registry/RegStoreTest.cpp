@@ -256,6 +256,13 @@ TEST_F(RegStoreTest, BinaryRoundTripsEveryByte) {
   EXPECT_EQ(m_reg.WriteBinary("Test", "null", nullptr, 4), 0);
 }
 
+TEST_F(RegStoreTest, FailedWriteLeavesNoKeyBehind) {
+  ASSERT_EQ(m_reg.WriteDword("Test", "v", 1), 1);
+  EXPECT_EQ(m_reg.WriteBinary("Fresh\\Key", "b", nullptr, 4), 0);
+  EXPECT_EQ(Count("SELECT count(*) FROM reg_keys WHERE name IN ('Fresh', 'Key')"), 0);
+  EXPECT_EQ(Count("SELECT count(*) FROM reg_values"), 1);
+}
+
 TEST_F(RegStoreTest, DeleteKeyTreeWithEmptyKeyDeletesNothing) {
   ASSERT_EQ(m_reg.WriteDword("Test", "v", 1), 1);
   const long long keys = Count("SELECT count(*) FROM reg_keys");
