@@ -51,7 +51,8 @@ CComponent* CComponentList::MakeChild(const CComponent& parent, int32_t line, in
 }
 
 void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CComponent>& out) {
-  const int32_t audioStreams = std::min(parent.iAudioStreams, kMaxAudioStreams);
+  const int32_t declared = parent.iAudioStreams;  // a packed field: read by value
+  const int32_t audioStreams = std::min(declared, kMaxAudioStreams);
   if (parent.iKind != kAudioKind) {
     // Picture item: stream 0 is the parent; then further picture streams,
     // then every audio stream on the lines that follow.

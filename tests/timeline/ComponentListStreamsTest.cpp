@@ -48,7 +48,7 @@ TEST(ComponentListStreams, PictureParentWithTwoAudioStreamsGetsTwoAudioChildren)
     for (const CLevelPoint* point : child->m_Levels.m_aItems) EXPECT_FLOAT_EQ(point->fValue, 80.0f);
     EXPECT_FLOAT_EQ(+child->fLevelMax, 100.0f);
   }
-  EXPECT_NE(list.m_aItems[1]->iUniqueId, list.m_aItems[2]->iUniqueId);
+  EXPECT_NE(+list.m_aItems[1]->iUniqueId, +list.m_aItems[2]->iUniqueId);
 }
 
 TEST(ComponentListStreams, FurtherPictureStreamsComeFirstThenAudio) {
@@ -92,7 +92,7 @@ TEST(ComponentListStreams, MoreThanSixteenAudioStreamsMakeSixteenChildren) {
   list.Add(NewMedia(1, 1, 40));
   list.ExpandStreams();
   EXPECT_EQ(list.GetCount(), 1 + 16);
-  EXPECT_EQ(list.m_aItems[16]->iAudioIndex, 15);
+  EXPECT_EQ(+list.m_aItems[16]->iAudioIndex, 15);
 
   CComponentList audio;
   audio.Add(NewMedia(2, 0, 17));
@@ -145,7 +145,7 @@ TEST(ComponentListStreams, SecondRunKeepsAChildThatRemoveLinkedStrodeOver) {
   ASSERT_EQ(list.GetCount(), 3);
   EXPECT_EQ(list.m_aItems[0], parent);
   EXPECT_NE(list.m_aItems[1], oldChild);
-  EXPECT_EQ(list.m_aItems[1]->iLinkId, +parent->iUniqueId);
+  EXPECT_EQ(+list.m_aItems[1]->iLinkId, +parent->iUniqueId);
   EXPECT_EQ(list.m_aItems[2], oldChild);
 }
 

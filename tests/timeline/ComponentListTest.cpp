@@ -95,7 +95,7 @@ TEST(ComponentList, RemoveByIdWithLinksOfAParentRemovesAllItsChildren) {
   EXPECT_EQ(list.RemoveById(+parent->iUniqueId, 1), 0);
   ASSERT_EQ(list.GetCount(), 2);
   EXPECT_EQ(list.m_aItems[0], other);
-  EXPECT_EQ(list.m_aItems[1]->iLinkId, +other->iUniqueId);
+  EXPECT_EQ(+list.m_aItems[1]->iLinkId, +other->iUniqueId);
 }
 
 TEST(ComponentList, RemoveByIdWithLinksOfAChildTakesTheParentAndLeavesSiblings) {
@@ -281,5 +281,5 @@ TEST(ComponentList, SaveAndLoadRoundTripTheComponents) {
   ASSERT_EQ(loaded.GetCount(), 2);
   EXPECT_EQ(Ids(loaded), Ids(list));
   EXPECT_DOUBLE_EQ(loaded.m_aItems[1]->dEnd, 450.0);
-  EXPECT_EQ(loaded.m_aItems[1]->iKind, 2);
+  EXPECT_EQ(+loaded.m_aItems[1]->iKind, 2);
 }
