@@ -144,6 +144,35 @@ TEST_F(GpuEngineTest, PerspectiveMatchesCpu) {
   }
 }
 
+TEST_F(GpuEngineTest, PerspectiveInRectanglesKeepsTheOutsideLikeCpu) {
+  const Bytes src = Gradient(128, 96);
+  tagPicProps p = Props(PIX_ARGB32, 128, 96);
+  tagRECT sr{10, 8, 110, 88}, dr{20, 12, 100, 72};
+  PerspectiveParams params;
+  params.dwFlags = PERSPECTIVE_KEEP_OUTSIDE;
+  params.dCornerScale[0] = params.dCornerScale[3] = 0.5;  // a trapezoid
+  Bytes gpu, cpu;
+  Both(
+      src.size(),
+      [&](CPixmill& e, uint8_t* d) {
+        return e.Img_PerspectiveCoeffARGB(const_cast<uint8_t*>(src.data()), &p, &sr, 0, 0, 3, d, &p,
+                                          &dr, &params);
+      },
+      &gpu, &cpu);
+  int off = 0;
+  for (int y = 0; y < 96; ++y) {
+    for (int x = 0; x < 128; ++x) {
+      const size_t at = (static_cast<size_t>(y) * 128 + x) * 4;
+      if (x < 20 || x >= 100 || y < 12 || y >= 72) {
+        ASSERT_EQ(0x3C, gpu[at]) << x << "," << y;  // outside the rectangle: untouched
+      }
+      off += MaxDiff(&gpu[at], &cpu[at], 4) > 2;
+    }
+  }
+  EXPECT_LE(off, 128 * 96 / 100);
+  EXPECT_EQ(0x3C, gpu[(static_cast<size_t>(12) * 128 + 20) * 4]);  // kept, outside the quad
+}
+
 TEST_F(GpuEngineTest, PerspectiveWithDefaultParamsReproducesTheSource) {
   const Bytes src = Noise(128 * 96 * 4, 61);
   Bytes dst(src.size());
