@@ -143,7 +143,10 @@ QLineEdit* CTachyrunDlg::ResultEdit(int iId) const {
 }
 
 void CTachyrunDlg::SetResultText(int iEditId, const char* szText) {
-  if (QLineEdit* edit = ResultEdit(iEditId)) edit->setText(QString::fromLocal8Bit(szText));
+  if (QLineEdit* edit = ResultEdit(iEditId)) {
+    edit->setText(QString::fromLocal8Bit(szText));
+    edit->setCursorPosition(0);  // a long line shows its start, as a fresh edit text does
+  }
 }
 
 void CTachyrunDlg::UpdateData(bool bSaveAndValidate) {

@@ -157,12 +157,6 @@ TEST_F(DialogWithEngine, QuitClosesTheDialogAccepted) {
   EXPECT_EQ(m_Dlg.result(), QDialog::Accepted);
 }
 
-TEST_F(DialogWithEngine, ListAndLockButtonsRunNothingYet) {
-  // 1020 is not clicked here: the lock test, once built, blocks for good.
-  ASSERT_TRUE(m_Dlg.RunControl(1005));
-  EXPECT_TRUE(Text(m_Dlg, 1000).isEmpty());
-}
-
 // Opens the about box through `open` and returns the caption of the modal
 // dialog that came up, closing it; empty when none came.
 QString ModalCaptionDuring(const std::function<void()>& open) {
