@@ -1,7 +1,10 @@
 // Edge edits of a component. All of them work in frames of the default rate,
 // so an edited edge always lands on a frame.
 
+#include <algorithm>
+
 #include "time/TimeCode.h"
+#include "time/TimeMath.h"
 #include "timeline/Component.h"
 
 namespace {
@@ -9,14 +12,22 @@ namespace {
 // Edge edits round scaled frame counts with a constant of their own.
 constexpr double kEdgeRounding = 0.4999;
 
+// Frame counts are kept within +-2^52 (millions of years), so that sums of
+// a few of them can't overflow whatever times a file held.
+constexpr int64_t kMaxFrames = int64_t{1} << 52;
+
+int64_t Bounded(int64_t frames) {
+  return std::clamp(frames, -kMaxFrames, kMaxFrames);
+}
+
 int64_t R(double x) {
-  return static_cast<int64_t>(x + kEdgeRounding);
+  return Bounded(timemath::TruncToI64(x + kEdgeRounding));
 }
 
 int64_t Frames(double ms) {
   CTimeCode tc;
   tc.SetMilliseconds(ms);
-  return tc.GetFrames();
+  return Bounded(tc.GetFrames());
 }
 
 double Ms(int64_t frames) {
@@ -65,11 +76,11 @@ int64_t CComponent::SetFreeEnd(int64_t frames, int64_t startFrames) {
   CTimeCode tc;
   tc.SetFrames(static_cast<double>(frames));
   const double edge = static_cast<double>(tc.GetMilliseconds());
-  const int64_t readBack = tc.GetFrames();
+  const int64_t readBack = Bounded(tc.GetFrames());
   dSourceLength = Ms(readBack - startFrames);
   dSourceIn = 0.0;
-  if (iKind == 5) FitKeyGroupsTo(static_cast<int64_t>(dSourceLength));
-  return static_cast<int64_t>(edge);
+  if (iKind == 5) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
+  return timemath::TruncToI64(edge);
 }
 
 int64_t CComponent::SetEnd(int64_t time) {
@@ -97,7 +108,7 @@ int64_t CComponent::SetEnd(int64_t time) {
     dSourceIn = Ms(ToSource(J, fSpeed));
     dEnd = Ms(E2);
   }
-  return static_cast<int64_t>(dEnd);
+  return timemath::TruncToI64(dEnd);
 }
 
 int64_t CComponent::SetStart(int64_t time) {
@@ -109,10 +120,10 @@ int64_t CComponent::SetStart(int64_t time) {
     CTimeCode tc;
     tc.SetFrames(static_cast<double>(S2));
     dStart = static_cast<double>(tc.GetMilliseconds());
-    dSourceLength = Ms(f.E - tc.GetFrames());
+    dSourceLength = Ms(f.E - Bounded(tc.GetFrames()));
     dSourceIn = 0.0;
-    if (iKind == 5) FitKeyGroupsTo(static_cast<int64_t>(dSourceLength));
-    return static_cast<int64_t>(dStart);
+    if (iKind == 5) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
+    return timemath::TruncToI64(dStart);
   }
   int64_t N = 0;
   int64_t J = 0;
@@ -132,7 +143,7 @@ int64_t CComponent::SetStart(int64_t time) {
   dSourceLength = Ms(ToSource(N, fSpeed));
   dSourceIn = Ms(ToSource(J, fSpeed));
   dStart = Ms(f.E - N);
-  return static_cast<int64_t>(dStart);
+  return timemath::TruncToI64(dStart);
 }
 
 int64_t CComponent::StretchEnd(int64_t time) {
@@ -147,10 +158,10 @@ int64_t CComponent::StretchEnd(int64_t time) {
     CTimeCode tc;
     tc.SetFrames(static_cast<double>(E2));
     dEnd = static_cast<double>(tc.GetMilliseconds());
-    dSourceLength = Ms(tc.GetFrames() - S);
+    dSourceLength = Ms(Bounded(tc.GetFrames()) - S);
     dSourceIn = 0.0;
   }
-  return static_cast<int64_t>(dEnd);
+  return timemath::TruncToI64(dEnd);
 }
 
 int64_t CComponent::StretchStart(int64_t time) {
@@ -165,19 +176,19 @@ int64_t CComponent::StretchStart(int64_t time) {
     CTimeCode tc;
     tc.SetFrames(static_cast<double>(S2));
     dStart = static_cast<double>(tc.GetMilliseconds());
-    dSourceLength = Ms(E - tc.GetFrames());
+    dSourceLength = Ms(E - Bounded(tc.GetFrames()));
     dSourceIn = 0.0;
   }
-  return static_cast<int64_t>(dStart);
+  return timemath::TruncToI64(dStart);
 }
 
 namespace {
 // Longest length given the media's length m on the wanted clock: kind 4
 // always, and kind 10 when it is longer, are bound by their own source length.
 int64_t MaxLength(const CComponentData& c, double m) {
-  if (c.iKind == 10 && c.dSourceLength >= m) return static_cast<int64_t>(c.dSourceLength);
-  if (c.iKind == 4) return static_cast<int64_t>(c.dSourceLength);
-  return static_cast<int64_t>(m);
+  if (c.iKind == 10 && c.dSourceLength >= m) return timemath::TruncToI64(c.dSourceLength);
+  if (c.iKind == 4) return timemath::TruncToI64(c.dSourceLength);
+  return timemath::TruncToI64(m);
 }
 }  // namespace
 

@@ -2,16 +2,11 @@
 
 #include <vector>
 
+#include "time/TimeMath.h"
 #include "timeline/LevelPointList.h"
+#include "timeline/PointScaling.h"
 
 namespace {
-
-// Point times of the scaling family are rounded with this constant of their own.
-constexpr double kScaleRounding = 0.455555;
-
-int64_t ScaledTime(int64_t time, double factor) {
-  return static_cast<int64_t>(static_cast<double>(time) * factor + kScaleRounding);
-}
 
 CLevelPoint* NewFadePoint(int8_t fade, uint8_t keep, float value, int64_t time) {
   CLevelPoint* point = new CLevelPoint(kRoleInner, time, value);
@@ -44,79 +39,60 @@ void CLevelPointList::InsertFadePoint(int8_t fade, uint8_t keep, float value, in
 }
 
 int32_t CLevelPointList::SetFadeIn(int64_t length, int64_t offset, uint8_t keep, int32_t value) {
-  const int64_t T = length + offset;
+  return ApplyFade(kFadeIn, length, offset, keep, value);
+}
+
+int32_t CLevelPointList::SetFadeOut(int64_t length, int64_t offset, uint8_t keep, int32_t value) {
+  return ApplyFade(kFadeOut, length, offset, keep, value);
+}
+
+// A fade-in works from the start point forwards, a fade-out from the end point
+// backwards; otherwise the two are the same steps.
+int32_t CLevelPointList::ApplyFade(int8_t fade, int64_t length, int64_t offset, uint8_t keep,
+                                   int32_t value) {
+  const bool fadeIn = fade == kFadeIn;
+  const int64_t T = timemath::SatAdd(length, offset);
   m_InnerLock.Acquire(0);
-  if (m_aItems.GetSize() == 0) {
+  const int32_t count = m_aItems.GetSize();
+  if (count == 0) {
     m_InnerLock.Release();
     return -1;
   }
+  // The peak is taken from this fade's points and from the points met before
+  // the second point that belongs to no fade.
   float peak = 0.0f;
   int64_t latest = 0;
   int32_t plain = 0;
-  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
-    const CLevelPoint* p = m_aItems.GetAt(i);
+  for (int32_t k = 0; k < count; ++k) {
+    const CLevelPoint* p = m_aItems.GetAt(fadeIn ? k : count - 1 - k);
     if (p->cFade == kFadeNone) ++plain;
-    if ((p->cFade == kFadeIn || plain < 2) && p->fValue > peak) peak = p->fValue;
+    if ((p->cFade == fade || plain < 2) && p->fValue > peak) peak = p->fValue;
     if (p->iTime > latest) latest = p->iTime;
   }
   if (T >= latest) {  // the fade doesn't fit
     m_InnerLock.Release();
     return -1;
   }
+  const int64_t B = timemath::SatSub(latest, T);
+  const int8_t endRole = fadeIn ? kRoleStart : kRoleEnd;
   for (int32_t i = 0; i < m_aItems.GetSize();) {
     CLevelPoint* p = m_aItems.GetAt(i);
-    if (p->cRole == kRoleStart) {
+    const bool covered = fadeIn ? p->iTime <= T : p->iTime >= B;
+    if (p->cRole == endRole) {
       p->fValue = static_cast<float>(value);
       ++i;
-    } else if (p->cFade == kFadeIn ||
-               (p->cRole == kRoleInner && p->cFade == kFadeNone && p->iTime <= T)) {
+    } else if (p->cFade == fade || (p->cRole == kRoleInner && p->cFade == kFadeNone && covered)) {
       DropSlot(i);
     } else {
       ++i;
     }
   }
   m_InnerLock.Release();
-  if (offset != 0) InsertFadePoint(kFadeIn, keep, static_cast<float>(value), offset);
-  InsertFadePoint(kFadeIn, keep, peak, T);
-  return 0;
-}
-
-int32_t CLevelPointList::SetFadeOut(int64_t length, int64_t offset, uint8_t keep, int32_t value) {
-  const int64_t T = length + offset;
-  m_InnerLock.Acquire(0);
-  if (m_aItems.GetSize() == 0) {
-    m_InnerLock.Release();
-    return -1;
+  if (offset != 0) {
+    InsertFadePoint(fade, keep, static_cast<float>(value),
+                    fadeIn ? offset : timemath::SatSub(latest, offset));
   }
-  float peak = 0.0f;
-  int64_t latest = 0;
-  int32_t plain = 0;
-  for (int32_t i = m_aItems.GetSize() - 1; i >= 0; --i) {
-    const CLevelPoint* p = m_aItems.GetAt(i);
-    if (p->cFade == kFadeNone) ++plain;
-    if ((p->cFade == kFadeOut || plain < 2) && p->fValue > peak) peak = p->fValue;
-    if (p->iTime > latest) latest = p->iTime;
-  }
-  if (T >= latest) {
-    m_InnerLock.Release();
-    return -1;
-  }
-  const int64_t B = latest - T;
-  for (int32_t i = 0; i < m_aItems.GetSize();) {
-    CLevelPoint* p = m_aItems.GetAt(i);
-    if (p->cRole == kRoleEnd) {
-      p->fValue = static_cast<float>(value);
-      ++i;
-    } else if (p->cFade == kFadeOut ||
-               (p->cRole == kRoleInner && p->cFade == kFadeNone && p->iTime >= B)) {
-      DropSlot(i);
-    } else {
-      ++i;
-    }
-  }
-  m_InnerLock.Release();
-  if (offset != 0) InsertFadePoint(kFadeOut, keep, static_cast<float>(value), latest - offset);
-  InsertFadePoint(kFadeOut, keep, peak, B);
+  InsertFadePoint(fade, keep, peak, fadeIn ? T : B);
   return 0;
 }
 
@@ -178,7 +154,7 @@ int32_t CLevelPointList::FitToLength(int64_t newLength) {
   double a = 0.0, b = 0.0;
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     CLevelPoint* p = m_aItems.GetAt(i);
-    p->iTime = static_cast<int64_t>(static_cast<double>(p->iTime));
+    p->iTime = timemath::TruncToI64(static_cast<double>(p->iTime));
     if (p->cRole == kRoleStart) a = static_cast<double>(p->iTime);
     if (p->cRole == kRoleEnd) b = static_cast<double>(p->iTime);
   }
@@ -200,9 +176,9 @@ int32_t CLevelPointList::RemapRange(int64_t oldStart, int64_t oldLength, int64_t
                                     int64_t newLength, int64_t end) {
   if (oldLength == 0) return -1;
   const float va = Evaluate(oldStart);
-  const float vb = Evaluate(oldStart + oldLength);
+  const float vb = Evaluate(timemath::SatAdd(oldStart, oldLength));
   const double k = static_cast<double>(newLength) / static_cast<double>(oldLength);
-  const int64_t newEnd = newStart + newLength;
+  const int64_t newEnd = timemath::SatAdd(newStart, newLength);
   std::vector<CLevelPoint*> made;
   auto add = [&made](const CLevelPoint* from, float value, int64_t time, int8_t role) {
     CLevelPoint* clone = from->Clone();
@@ -215,7 +191,7 @@ int32_t CLevelPointList::RemapRange(int64_t oldStart, int64_t oldLength, int64_t
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     const CLevelPoint* p = m_aItems.GetAt(i);
     const int64_t m =
-        static_cast<int64_t>((static_cast<double>(p->iTime) - static_cast<double>(oldStart)) * k +
+        timemath::TruncToI64((static_cast<double>(p->iTime) - static_cast<double>(oldStart)) * k +
                              kScaleRounding + static_cast<double>(newStart));
     if (p->cRole == kRoleStart) {
       add(p, va, 0, kRoleStart);

@@ -70,6 +70,7 @@ class CLevelPointList : public COwningList<CLevelPoint> {
  private:
   // Takes slot i out of the array and keeps the point alive in m_aDropped.
   void DropSlot(int32_t i);
+  int32_t ApplyFade(int8_t fade, int64_t length, int64_t offset, uint8_t keep, int32_t value);
   // Inserts a new fade point in order; a curve without an end point takes none.
   void InsertFadePoint(int8_t fade, uint8_t keep, float value, int64_t time);
   float EvaluateWithEnds(int64_t time, int64_t start, int64_t end, bool bWrite);

@@ -1,10 +1,10 @@
 #include "timeline/MarkerPointList.h"
 
 #include "time/TimeCode.h"
+#include "time/TimeMath.h"
+#include "timeline/PointScaling.h"
 
 namespace {
-
-constexpr double kScaleRounding = 0.455555;
 
 int64_t FrameOf(int64_t ms) {
   CTimeCode tc;
@@ -53,7 +53,7 @@ int32_t CMarkerPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
   m_InnerLock.Acquire(0);
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     CMarkerPoint* m = m_aItems.GetAt(i);
-    m->iTime = static_cast<int64_t>(static_cast<double>(m->iTime) * f + kScaleRounding);
+    m->iTime = ScaledTime(m->iTime, f);
   }
   m_InnerLock.Release();
   return -1;
@@ -63,7 +63,7 @@ int32_t CMarkerPointList::FitToLength(int64_t /*newLength*/) {
   m_InnerLock.Acquire(0);
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     CMarkerPoint* m = m_aItems.GetAt(i);
-    m->iTime = static_cast<int64_t>(static_cast<double>(m->iTime));
+    m->iTime = timemath::TruncToI64(static_cast<double>(m->iTime));
   }
   m_InnerLock.Release();
   return -1;  // no start and end point: the length between them is 0

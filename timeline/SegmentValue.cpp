@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "time/TimeMath.h"
+
 namespace {
 
 // sin(atan(q)), with the angle and the sine each narrowed to float.
@@ -11,7 +13,7 @@ float AngleStep(double q) {
 }
 
 double Rise(double diff, bool bWholeRise) {
-  return bWholeRise ? static_cast<double>(static_cast<int64_t>(diff)) : diff;
+  return bWholeRise ? static_cast<double>(timemath::TruncToI64(diff)) : diff;
 }
 
 }  // namespace
@@ -19,11 +21,11 @@ double Rise(double diff, bool bWholeRise) {
 float SegmentValue(int64_t t, int64_t t0, float y0, int64_t t1, float y1, bool bWholeRise) {
   if (y0 == y1) return y1;
   if (t1 == t0) return static_cast<float>((static_cast<double>(y0) + y1) / 2.0);
-  const double d = static_cast<double>(t1 - t0);
+  const double d = static_cast<double>(timemath::SatSub(t1, t0));
   if (y1 > y0) {
     const float s = AngleStep(Rise(static_cast<double>(y1) - y0, bWholeRise) / d);
-    return static_cast<float>(s * static_cast<double>(t - t0) + y0);
+    return static_cast<float>(s * static_cast<double>(timemath::SatSub(t, t0)) + y0);
   }
   const float s = AngleStep(Rise(static_cast<double>(y0) - y1, bWholeRise) / d);
-  return static_cast<float>(s * static_cast<double>(t1 - t) + y1);
+  return static_cast<float>(s * static_cast<double>(timemath::SatSub(t1, t)) + y1);
 }
