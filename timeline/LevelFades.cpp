@@ -136,16 +136,20 @@ int32_t CLevelPointList::ClearFades(const int64_t* range) {
   return 0;
 }
 
-int32_t CLevelPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
-  if (oldLength == 0) return -1;
-  const double f = static_cast<double>(newLength) / static_cast<double>(oldLength);
+void CLevelPointList::ScaleAll(double factor, int64_t endTime) {
   m_InnerLock.Acquire(0);
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     CLevelPoint* p = m_aItems.GetAt(i);
-    p->iTime = ScaledTime(p->iTime, f);
-    if (p->cRole == kRoleEnd) p->iTime = newLength;
+    p->iTime = ScaledTime(p->iTime, factor);
+    if (p->cRole == kRoleEnd) p->iTime = endTime;  // the end point lands exactly
   }
   m_InnerLock.Release();
+}
+
+int32_t CLevelPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
+  if (oldLength == 0) return -1;
+  const double f = static_cast<double>(newLength) / static_cast<double>(oldLength);
+  ScaleAll(f, newLength);
   return -1;
 }
 
@@ -162,13 +166,7 @@ int32_t CLevelPointList::FitToLength(int64_t newLength) {
   const double d = b - a;
   if (!(d > 0.0)) return -1;
   const double f = static_cast<double>(newLength) / d;
-  m_InnerLock.Acquire(0);
-  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
-    CLevelPoint* p = m_aItems.GetAt(i);
-    p->iTime = ScaledTime(p->iTime, f);
-    if (p->cRole == kRoleEnd) p->iTime = newLength;
-  }
-  m_InnerLock.Release();
+  ScaleAll(f, newLength);
   return -1;
 }
 

@@ -70,6 +70,8 @@ class CLevelPointList : public COwningList<CLevelPoint> {
  private:
   // Takes slot i out of the array and keeps the point alive in m_aDropped.
   void DropSlot(int32_t i);
+  // Scales every point time under the lock; the end point takes endTime.
+  void ScaleAll(double factor, int64_t endTime);
   int32_t ApplyFade(int8_t fade, int64_t length, int64_t offset, uint8_t keep, int32_t value);
   // Inserts a new fade point in order; a curve without an end point takes none.
   void InsertFadePoint(int8_t fade, uint8_t keep, float value, int64_t time);
