@@ -1,0 +1,72 @@
+// Component operations that work under a list's outer lock wait for a caller
+// that holds it, and go on when it is released (bounded waits only).
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+
+#include "timeline/Component.h"
+
+namespace {
+
+// Runs `op` on a thread while `lock` is held by the test; the thread must
+// still be waiting after a short time and must finish once the lock is freed.
+void ExpectWaitsFor(CDataLock& lock, const std::function<void()>& op) {
+  lock.Acquire(77);
+  std::atomic<bool> done{false};
+  std::thread worker([&] {
+    op();
+    done = true;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(150));
+  EXPECT_FALSE(done.load());
+  lock.Release();
+  worker.join();
+  EXPECT_TRUE(done.load());
+}
+
+TEST(ComponentLocks, InitDefaultLevelsWaitsForOuterLockOfLevels) {
+  CComponent c;
+  c.iKind = 2;
+  ExpectWaitsFor(c.m_Levels.m_OuterLock, [&] { c.InitDefaultLevels(); });
+  EXPECT_EQ(c.m_Levels.GetCount(), 2);
+}
+
+TEST(ComponentLocks, RefitKeyGroupsWaitsForOuterLockOfEffects) {
+  CComponent c;
+  c.dMediaLength = 4000;
+  auto* effect = new CEffect();
+  effect->SetLength(1000);
+  effect->AddKeyGroup("k", 0, 0, 0, 1);
+  c.m_Effects.Add(effect);
+  ExpectWaitsFor(c.m_Effects.m_OuterLock, [&] { c.RefitKeyGroups(); });
+  EXPECT_EQ(+effect->m_KeyGroups.GetAt(0)->m_Levels.GetAt(1)->iTime, 4000);
+}
+
+TEST(ComponentLocks, TrimWaitsForOuterLockOfLevels) {
+  CComponent c;
+  c.m_Levels.Add(new CLevelPoint(kRoleInner, 5000, 1));
+  ExpectWaitsFor(c.m_Levels.m_OuterLock, [&] { c.TrimLevelPoints(); });
+  EXPECT_EQ(c.m_Levels.GetCount(), 0);
+}
+
+TEST(ComponentLocks, CopyFromWaitsForSourceMarkers) {
+  CComponent source;
+  source.m_Markers.Add(new CMarkerPoint(10, 1));
+  CComponent copy;
+  ExpectWaitsFor(source.m_Markers.m_OuterLock, [&] { copy.CopyFrom(source); });
+  EXPECT_EQ(copy.m_Markers.GetCount(), 1);
+}
+
+TEST(ComponentLocks, EffectCopyWaitsForSourceKeyGroups) {
+  CEffect source;
+  source.AddKeyGroup("k", 0, 0, 0, 1);
+  CEffect copy;
+  ExpectWaitsFor(source.m_KeyGroups.m_OuterLock, [&] { copy.CopyFrom(source); });
+  EXPECT_EQ(copy.m_KeyGroups.GetCount(), 1);
+}
+
+}  // namespace
