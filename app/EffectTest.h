@@ -47,7 +47,7 @@ int32_t RunEffectTest(Engine& gpu, CTestBitmap* pImage, SetText&& setText, Clock
   tagRECT dstRect{0, 0, state.iDstWidth, state.iDstHeight};
   const int iRounds = 1;
   for (int i = 0; i < iRounds; ++i) {
-    PerspectiveParams params;
+    alignas(8) PerspectiveParams params;  // packed record with doubles: keep them aligned
     iRes = gpu.Img_PerspectiveCoeffARGB(state.pSrcBuffer, &src, &srcRect, 0, 0, 3, state.pDstBuffer,
                                         &dst, &dstRect, &params);
   }

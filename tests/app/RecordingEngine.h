@@ -29,7 +29,7 @@ struct EngineCall {
   const unsigned char* pWork = nullptr;
   int aArgs[3] = {};
   bool bFlag = false;
-  PerspectiveParams params;
+  alignas(8) PerspectiveParams params;
 };
 
 class RecordingEngine {

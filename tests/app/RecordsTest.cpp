@@ -24,7 +24,7 @@ TEST(PicturePairState, ConstructorZeroesEverythingButTheAudioRate) {
       continue;
     ASSERT_EQ(bytes[i], 0) << "byte " << i;
   }
-  EXPECT_EQ(state->iAudioRate, 44100);
+  EXPECT_EQ(int32_t{state->iAudioRate}, 44100);  // a copy: the packed field is unaligned
   state->~CPicturePairState();
 }
 
@@ -51,7 +51,7 @@ TEST(PicturePairState, SetPicturesFillsSizesBytesFormatsAndLineFigures) {
   state.SetPictures(1920, 1080, 0x32595559u, 1920, 1080, 0x773C9AC0u, 4);
   EXPECT_EQ(state.iSrcLine, 7680);
   EXPECT_EQ(state.iDstLine, 7680);
-  EXPECT_EQ(state.iAudioRate, 44100);
+  EXPECT_EQ(int32_t{state.iAudioRate}, 44100);
 }
 
 TEST(ResultLines, TimePerRoundIsASinglePrecisionQuotient) {
