@@ -43,6 +43,9 @@ enum : uint32_t {
 inline constexpr int32_t kLayoutLineCount = 27;
 // Audio streams of one media item that ExpandStreams makes children for.
 inline constexpr int32_t kMaxAudioStreams = 16;
+// Picture streams it makes children for. No media has nearly as many; the
+// bound keeps a damaged record's count from allocating without end.
+inline constexpr int32_t kMaxVideoStreams = 256;
 
 class CComponentList
     : public COwningList<CComponent, ReleaseByDestructor, NoLeadFields, ComponentListSortState> {

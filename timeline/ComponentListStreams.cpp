@@ -51,13 +51,14 @@ CComponent* CComponentList::MakeChild(const CComponent& parent, int32_t line, in
 }
 
 void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CComponent>& out) {
-  const int32_t declared = parent.iAudioStreams;  // a packed field: read by value
-  const int32_t audioStreams = std::min(declared, kMaxAudioStreams);
+  // Packed fields: read by value.
+  const int32_t audioStreams = std::min(int32_t{parent.iAudioStreams}, kMaxAudioStreams);
+  const int32_t videoStreams = std::min(int32_t{parent.iVideoStreams}, kMaxVideoStreams);
   if (parent.iKind != kAudioKind) {
     // Picture item: stream 0 is the parent; then further picture streams,
     // then every audio stream on the lines that follow.
     int32_t line = 0;
-    for (int32_t k = 0; k < parent.iVideoStreams; ++k) {
+    for (int32_t k = 0; k < videoStreams; ++k) {
       if (k != 0) {
         CComponent* child = MakeChild(parent, line, k);
         child->iVideoIndex = k;

@@ -192,3 +192,10 @@ TEST(ComponentListStreams, RemoveLinkedOnAnEmptyListDoesNothing) {
   EXPECT_EQ(list.RemoveLinked(), 0);
   EXPECT_EQ(list.GetCount(), 0);
 }
+
+TEST(ComponentListStreams, ADamagedPictureStreamCountIsBounded) {
+  CComponentList list;
+  list.Add(NewMedia(1, 2000000000, 0));
+  list.ExpandStreams();
+  EXPECT_EQ(list.GetCount(), kMaxVideoStreams);  // the parent is stream 0
+}
