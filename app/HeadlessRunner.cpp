@@ -109,9 +109,9 @@ std::vector<RunnableControl> RunnableControls() {
     all.push_back({d.iControl, d.szLabel, d.iResultEdit, d.szMeasures});
   all.push_back({1017, "EfxTst", 1012,
                  "one perspective render of the image of edit 1034 at 720x576 on the GPU engine"});
-  all.push_back({1005, "Test", 1000, "list test: not built yet, runs nothing"});
+  all.push_back({1005, "Test", 1000, "list test: builds and releases 100000 components, time per item"});
   all.push_back({kLockTestControl, "Test", 0,
-                 "lock test: not built yet; once built it blocks the program for good"});
+                 "lock test: its watchdog keeps the lock, so it blocks the program for good"});
   return all;
 }
 

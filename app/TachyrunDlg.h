@@ -13,6 +13,7 @@
 
 #include "app/CpuTestFamily.h"
 #include "app/GpuCommands.h"
+#include "app/LockTest.h"
 #include "app/TestBitmap.h"
 #include "core/DataLock.h"
 #include "engine/Pixmill.h"
@@ -27,7 +28,7 @@ namespace tachyrun {
 // never deleted by the dialog.
 extern CTestBitmap* g_pTestImage;
 
-class CTachyrunDlg : public QDialog {
+class CTachyrunDlg : public QDialog, public CLockTestHost {
   Q_OBJECT
 
  public:
@@ -94,9 +95,7 @@ class CTachyrunDlg : public QDialog {
   QLineEdit* ResultEdit(int iId) const;
   void SetResultText(int iEditId, const char* szText);
 
-  CDataLock* m_pTestLock = nullptr;
-  platform::Event* m_hStopEvent = nullptr;
-  std::thread* m_hTestThread = nullptr;
+  // m_pTestLock, m_hStopEvent and m_hTestThread come from CLockTestHost.
   QIcon m_hIcon;
   CPixmill m_PixCpu1;
   CPixmill m_PixCpuN;

@@ -56,10 +56,7 @@ bool CTachyrunDlg::RunControl(int iId) {
   return false;
 }
 
-// The list and lock tests build on the component list and land with it;
-// until then their buttons run nothing.
-void CTachyrunDlg::OnListTest() {}
-void CTachyrunDlg::OnLockTest() {}
+// OnListTest and OnLockTest are in ListLockTests.cpp.
 
 void CTachyrunDlg::OnResizeSdHd() {
   RunCpu(1006);
