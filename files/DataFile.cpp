@@ -1,6 +1,7 @@
 #include "files/DataFile.h"
 
 #include <fcntl.h>
+#include <stdio_ext.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,6 +38,17 @@ FILE* OpenForReading(const char* path) {
   return stream;
 }
 
+// Records follow one another, so the stream mostly stands at `start` already.
+// A seek there would still drop the stream's buffer and cost a system call
+// per record; it is left out when the stream stands at that place, has not hit
+// the end, and moved data the same way last time (a change of direction on an
+// update stream needs the seek).
+void SeekForTransfer(FILE* stream, int32_t start, bool writing) {
+  const bool sameWay = writing ? __fwriting(stream) != 0 : __freading(stream) != 0;
+  if (sameWay && !std::feof(stream) && ftello(stream) == start) return;
+  std::fseek(stream, start, SEEK_SET);
+}
+
 }  // namespace
 
 FILE* OpenDataFile(const char* path, bool readOnly) {
@@ -66,14 +78,14 @@ void CloseDataFile(FILE* stream) {
 int32_t ReadFileRange(int32_t start, int32_t end, void* buffer, FILE* stream) {
   const int32_t n = RangeLength(start, end);
   if (n < 1 || buffer == nullptr || stream == nullptr) return 0;
-  std::fseek(stream, start, SEEK_SET);
+  SeekForTransfer(stream, start, false);
   return static_cast<int32_t>(std::fread(buffer, 1, static_cast<size_t>(n), stream));
 }
 
 int32_t WriteFileRange(int32_t start, int32_t end, const void* buffer, FILE* stream) {
   const int32_t n = RangeLength(start, end);
   if (n < 1 || buffer == nullptr || stream == nullptr) return 0;
-  std::fseek(stream, start, SEEK_SET);
+  SeekForTransfer(stream, start, true);
   return static_cast<int32_t>(std::fwrite(buffer, 1, static_cast<size_t>(n), stream));
 }
 

@@ -133,6 +133,41 @@ TEST_F(DataFileTest, WriteThenReadAtAbsoluteOffsets) {
   CloseDataFile(stream);
 }
 
+TEST_F(DataFileTest, ChainedRangesAndChangesOfDirectionLandAtTheirOffsets) {
+  FILE* stream = OpenDataFile("chain.dat", false);
+  ASSERT_NE(stream, nullptr);
+  // Writes that follow one another, as record writers chain them.
+  EXPECT_EQ(WriteFileRange(0, 3, "abc", stream), 3);
+  EXPECT_EQ(WriteFileRange(3, 6, "def", stream), 3);
+  char two[3] = {};
+  EXPECT_EQ(ReadFileRange(2, 4, two, stream), 2);
+  EXPECT_STREQ(two, "cd");
+  // The stream stands at 4 after the read; a write there must still land at 4.
+  EXPECT_EQ(WriteFileRange(4, 6, "XY", stream), 2);
+  EXPECT_EQ(ReadFileRange(4, 6, two, stream), 2);
+  EXPECT_STREQ(two, "XY");
+  char all[7] = {};
+  EXPECT_EQ(ReadFileRange(0, 6, all, stream), 6);
+  EXPECT_STREQ(all, "abcdXY");
+  CloseDataFile(stream);
+}
+
+TEST_F(DataFileTest, ReadAtTheEndSeesDataAppendedByAnotherStream) {
+  WriteText("grow.dat", "ab");
+  FILE* reader = OpenDataFile("grow.dat", true);
+  ASSERT_NE(reader, nullptr);
+  char buffer[3] = {};
+  EXPECT_EQ(ReadFileRange(0, 3, buffer, reader), 2);  // hits the end
+  FILE* writer = OpenDataFile("grow.dat", false);
+  ASSERT_NE(writer, nullptr);
+  EXPECT_EQ(WriteFileRange(2, 4, "cd", writer), 2);
+  CloseDataFile(writer);
+  char more[3] = {};
+  EXPECT_EQ(ReadFileRange(2, 4, more, reader), 2);
+  EXPECT_STREQ(more, "cd");
+  CloseDataFile(reader);
+}
+
 TEST_F(DataFileTest, RangesWithNullBufferOrStreamDoNothing) {
   char buffer[4];
   EXPECT_EQ(ReadFileRange(0, 4, buffer, nullptr), 0);
