@@ -1,14 +1,46 @@
-// The program's global objects, defined in one unit so that they are built in
-// this order and destroyed in reverse: theApp, then the global data lock. The
-// library's own globals (the registry stores, the configuration, the id
-// generator, the track and component lists) join this list, in their place,
-// when they are moved here from their libraries.
+// The program's global objects. theApp, the global data lock and the global
+// component list are defined here, in this order, so they are built in it and destroyed in reverse.
+// The library's globals are defined in their own libraries; naming them below
+// makes them part of the program, built before main() and destroyed after it.
+#include "app/AppGlobals.h"
+
 #include "app/TachyrunApp.h"
 #include "core/DataLock.h"
+#include "timeline/ComponentList.h"
+#if TACHYRUN_HAS_CONFIG
+#include "config/GlobalCfg.h"
+#endif
+#if TACHYRUN_HAS_VIDEO
+#include "video/UniqueIdGenerator.h"
+#endif
+#if TACHYRUN_HAS_REGISTRY
+#include "registry/RegStore.h"
+#endif
 
 namespace tachyrun {
 
 CTachyrunApp theApp;
 CDataLock g_AppDataLock;
+// The track list global joins here, before this one, with the project library.
+CComponentList g_AppComponentList;
+
+// In the order the program's start lists them.
+const void* const g_apProgramGlobals[] = {
+#if TACHYRUN_HAS_CONFIG
+    &g_CfgRegStore,
+    &g_GlobalCfg,
+#endif
+    &theApp,
+    &g_AppDataLock,
+#if TACHYRUN_HAS_VIDEO
+    &g_UniqueIdGenerator,
+#endif
+    &g_AppComponentList,
+#if TACHYRUN_HAS_REGISTRY
+    &g_AppRegStore,
+    &g_UserRegStore,
+#endif
+};
+const size_t g_nProgramGlobals = sizeof(g_apProgramGlobals) / sizeof(g_apProgramGlobals[0]);
 
 }  // namespace tachyrun

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "app/AppGlobals.h"
 #include "app/TachyrunApp.h"
 #include "app/TachyrunDlg.h"
 #include "engine/Pixmill.h"
@@ -84,6 +85,19 @@ TEST(Lifecycle, QuitEndsTheModalRunToo) {
   });
   EXPECT_EQ(theApp.InitInstance(), 0);
   EXPECT_EQ(g_Events.size(), 5u);
+}
+
+TEST(Lifecycle, ProgramHoldsTheLibraryGlobalsBesideItsOwn) {
+  // Registry store and configuration, theApp, data lock, id generator,
+  // component list, two stores.
+  ASSERT_EQ(g_nProgramGlobals, 8u);
+  EXPECT_EQ(g_apProgramGlobals[2], &theApp);
+  EXPECT_EQ(g_apProgramGlobals[3], &g_AppDataLock);
+  EXPECT_EQ(g_apProgramGlobals[5], &g_AppComponentList);
+  EXPECT_EQ(g_AppComponentList.GetCount(), 0);
+  for (size_t i = 0; i < g_nProgramGlobals; ++i) EXPECT_NE(g_apProgramGlobals[i], nullptr) << i;
+  EXPECT_EQ(g_AppDataLock.Acquire(0), 1);
+  EXPECT_EQ(g_AppDataLock.Release(), 1);
 }
 
 }  // namespace
