@@ -44,10 +44,16 @@ CLockTestHost::~CLockTestHost() {
 uint32_t CLockTestHost::WatchdogThreadProc(void* dialog) {
   auto* host = static_cast<CLockTestHost*>(dialog);
   // The thread's own reference to the stop event: it outlives StopWatchdog's close.
-  EventHandle handles[kHandleSlots] = {host->m_hStopEvent};
+  EventHandle handles[kHandleSlots];
+  CDataLock* lock = nullptr;
+  {
+    std::lock_guard<std::mutex> guard(host->m_StartGuard);
+    handles[0] = host->m_hStopEvent;
+    lock = host->m_pTestLock;
+  }
+  if (!handles[0] || lock == nullptr) return 0;  // closed before the thread began
   const int count = 1;
   int32_t rounds = 0;
-  CDataLock* lock = host->m_pTestLock;
   lock->Acquire(kWatchdogOwnerCode);
   for (;;) {
     switch (WatchdogStep(WaitForAny(handles, count, kWatchdogRoundMs), rounds)) {
@@ -64,6 +70,7 @@ uint32_t CLockTestHost::WatchdogThreadProc(void* dialog) {
 
 int32_t CLockTestHost::StartWatchdog() {
   if (m_hTestThread != nullptr) return 0;
+  std::lock_guard<std::mutex> guard(m_StartGuard);
   if (!m_hStopEvent) m_hStopEvent = std::make_shared<platform::Event>(false, false);
   m_hTestThread = CThreadHandle::Create(&WatchdogThreadProc, static_cast<CLockTestHost*>(this));
   return 0;
@@ -77,6 +84,7 @@ int32_t CLockTestHost::StopWatchdog() {
   if (m_hTestThread->Wait(kWatchdogStopWaitMs) != platform::kWaitObject0) {
     m_hTestThread->Terminate(kWatchdogForcedExitCode);
   }
+  std::lock_guard<std::mutex> guard(m_StartGuard);
   delete m_hTestThread;
   m_hTestThread = nullptr;
   if (m_hStopEvent) m_hStopEvent.reset();
@@ -87,7 +95,10 @@ void CLockTestHost::RunLockTest() {
   // Never contended; deleted while still held, which the lock allows.
   CDataLock* first = new CDataLock;
   first->Acquire(0);
-  m_pTestLock = new CDataLock;
+  {
+    std::lock_guard<std::mutex> guard(m_StartGuard);
+    m_pTestLock = new CDataLock;
+  }
   StartWatchdog();
   platform::SleepMs(kSettleMs);
   for (int round = 0; round < kDialogRounds; ++round) {
@@ -96,6 +107,7 @@ void CLockTestHost::RunLockTest() {
   StopWatchdog();
   delete first;
   platform::SleepMs(kSettleMs);
+  std::lock_guard<std::mutex> guard(m_StartGuard);
   delete m_pTestLock;
   m_pTestLock = nullptr;
 }

@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <mutex>
 
 #include "app/ThreadHandle.h"
 #include "core/DataLock.h"
@@ -66,6 +67,10 @@ class CLockTestHost {
   CDataLock* m_pTestLock = nullptr;
   EventHandle m_hStopEvent;
   CThreadHandle* m_hTestThread = nullptr;
+  // Guards the writes of the three members above and every read of them
+  // from another thread than the dialog's: the watchdog's first reads, which
+  // may even come after StopWatchdog's close when the thread was ended by force.
+  std::mutex m_StartGuard;
 };
 
 }  // namespace tachyrun

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <mutex>
 #include <thread>
 
 #include "app/LockTest.h"
@@ -30,6 +31,17 @@ class TestHost : public CLockTestHost {
   CDataLock*& Lock() { return m_pTestLock; }
   EventHandle& StopEvent() { return m_hStopEvent; }
   CThreadHandle*& Thread() { return m_hTestThread; }
+
+  // The members as another thread sees them while the test runs.
+  struct Members {
+    CDataLock* pLock;
+    EventHandle hEvent;
+    CThreadHandle* pThread;
+  };
+  Members Snapshot() {
+    std::lock_guard<std::mutex> guard(m_StartGuard);
+    return {m_pTestLock, m_hStopEvent, m_hTestThread};
+  }
 };
 
 uint32_t ReturnSeven(void*) {
@@ -142,12 +154,18 @@ TEST(LockTest, TheDialogThreadStaysBlockedWhileTheWatchdogHoldsTheLock) {
   // Acquire: 258 never counts a round, so the watchdog never lets go.
   std::this_thread::sleep_for(3000ms);
   EXPECT_FALSE(finished.load());
-  ASSERT_NE(host.Lock(), nullptr);
-  ASSERT_NE(host.Thread(), nullptr);
-  EXPECT_EQ(host.Thread()->Wait(0), platform::kWaitTimeout);
+  const TestHost::Members during = host.Snapshot();
+  ASSERT_NE(during.pLock, nullptr);
+  ASSERT_NE(during.pThread, nullptr);
+  ASSERT_NE(during.hEvent, nullptr);
+  EXPECT_EQ(during.pThread->Wait(0), platform::kWaitTimeout);
 
-  // Free it: a release from here lets the rounds and the rest run.
-  host.Lock()->Release();
+  // Free it: a release from here lets the rounds and the rest run. The
+  // dialog thread deletes the lock only after StopWatchdog and 2000 ms more.
+  // Looking at the event first passes through the lock the watchdog takes
+  // in every wait, which orders its acquire before this release.
+  EXPECT_FALSE(during.hEvent->IsSet());
+  during.pLock->Release();
   dialog.join();
   EXPECT_TRUE(finished.load());
   EXPECT_EQ(host.Lock(), nullptr);
