@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "app/ControlTable.h"
+
 namespace tachyrun {
 namespace {
 
@@ -48,10 +50,7 @@ std::span<const CpuTestDef> CpuTests() {
 }
 
 const CpuTestDef* FindCpuTest(int iControl) {
-  for (const CpuTestDef& def : kCpuTests) {
-    if (def.iControl == iControl) return &def;
-  }
-  return nullptr;
+  return FindByControl(std::span<const CpuTestDef>(kCpuTests), iControl);
 }
 
 }  // namespace tachyrun

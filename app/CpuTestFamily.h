@@ -48,19 +48,15 @@ int32_t RunCpuTest(const CpuTestDef& def, int iRounds, Engine& alloc, Engine& ca
   CPicturePairState state;
   state.SetPictures(def.iSrcW, def.iSrcH, def.dwSrcFormat, def.iDstW, def.iDstH, def.dwDstFormat,
                     def.iLineFactor);
-  state.pSrcBuffer = alloc.AllocBuffersRGBA(state.iSrcWidth, state.iSrcHeight, state.iSrcWidth * 4);
-  state.pDstBuffer = alloc.AllocBuffersRGBA(state.iDstWidth, state.iDstHeight, state.iDstWidth * 4);
-  state.pAuxBuffer = alloc.AllocBuffersRGBA(state.iSrcWidth, state.iSrcHeight, state.iSrcWidth * 4);
+  state.AllocBuffers(alloc);
 
   char szLine[kLineSize];
-  std::snprintf(szLine, kLineSize, "%s", kStartedText);
-  setText(szLine);
+  WriteStarted(szLine, setText);
 
   const uint32_t t0 = clock();
-  tagPicProps src{state.dwSrcFormat, state.iSrcWidth, state.iSrcHeight, 0};
-  tagPicProps dst{state.dwDstFormat, state.iDstWidth, state.iDstHeight, 0};
-  tagRECT srcRect{0, 0, state.iSrcWidth, state.iSrcHeight};
-  tagRECT dstRect{0, 0, state.iDstWidth, state.iDstHeight};
+  tagPicProps src, dst;
+  tagRECT srcRect, dstRect;
+  state.FillProps(src, dst, srcRect, dstRect);
   uint8_t* const pWork = def.bWorkBuffer ? state.pAuxBuffer : nullptr;
   for (int i = 0; i < iRounds; ++i) {
     switch (def.eCall) {
@@ -96,9 +92,7 @@ int32_t RunCpuTest(const CpuTestDef& def, int iRounds, Engine& alloc, Engine& ca
   }
   setText(szLine);
 
-  for (uint8_t* pBuffer : {state.pSrcBuffer, state.pDstBuffer, state.pAuxBuffer}) {
-    if (pBuffer != nullptr) alloc.FreeBuffers(&pBuffer);
-  }
+  state.FreeBuffers(alloc);
   return iRes;
 }
 

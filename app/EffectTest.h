@@ -30,21 +30,16 @@ int32_t RunEffectTest(Engine& gpu, CTestBitmap* pImage, SetText&& setText, Clock
   CPicturePairState state;
   state.SetPictures(kEffectWidth, kEffectHeight, PIX_ARGB32, kEffectWidth, kEffectHeight,
                     PIX_ARGB32, 5);
-  const int iPitch = kEffectWidth * 4;
-  state.pSrcBuffer = gpu.AllocBuffersRGBA(kEffectWidth, kEffectHeight, iPitch);
-  state.pDstBuffer = gpu.AllocBuffersRGBA(kEffectWidth, kEffectHeight, iPitch);
-  state.pAuxBuffer = gpu.AllocBuffersRGBA(kEffectWidth, kEffectHeight, iPitch);
+  state.AllocBuffers(gpu);
   if (pImage != nullptr) CopyTestImage(pImage, state.pSrcBuffer);
 
   char szLine[kLineSize];
-  std::snprintf(szLine, kLineSize, "%s", kStartedText);
-  setText(szLine);
+  WriteStarted(szLine, setText);
 
   const uint32_t t0 = clock();
-  tagPicProps src{state.dwSrcFormat, state.iSrcWidth, state.iSrcHeight, 0};
-  tagPicProps dst{state.dwDstFormat, state.iDstWidth, state.iDstHeight, 0};
-  tagRECT srcRect{0, 0, state.iSrcWidth, state.iSrcHeight};
-  tagRECT dstRect{0, 0, state.iDstWidth, state.iDstHeight};
+  tagPicProps src, dst;
+  tagRECT srcRect, dstRect;
+  state.FillProps(src, dst, srcRect, dstRect);
   const int iRounds = 1;
   for (int i = 0; i < iRounds; ++i) {
     alignas(8) PerspectiveParams params;  // packed record with doubles: keep them aligned
@@ -55,9 +50,7 @@ int32_t RunEffectTest(Engine& gpu, CTestBitmap* pImage, SetText&& setText, Clock
   FormatTimeLine(szLine, kResizeArgbLineFormat, TimePerRound(dt, iRounds), iRes);
   setText(szLine);
 
-  for (uint8_t* pBuffer : {state.pSrcBuffer, state.pDstBuffer, state.pAuxBuffer}) {
-    if (pBuffer != nullptr) gpu.FreeBuffers(&pBuffer);
-  }
+  state.FreeBuffers(gpu);
   return iRes;
 }
 

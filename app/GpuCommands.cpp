@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "app/ControlTable.h"
+
 namespace tachyrun {
 namespace {
 
@@ -39,10 +41,7 @@ std::span<const GpuCommandDef> GpuCommands() {
 }
 
 const GpuCommandDef* FindGpuCommand(int iControl) {
-  for (const GpuCommandDef& def : kGpuCommands) {
-    if (def.iControl == iControl) return &def;
-  }
-  return nullptr;
+  return FindByControl(std::span<const GpuCommandDef>(kGpuCommands), iControl);
 }
 
 }  // namespace tachyrun

@@ -24,4 +24,12 @@ void CPicturePairState::SetPictures(int iSrcW, int iSrcH, uint32_t dwSrcFmt, int
   iDstLine = iDstW * iLineFactor;
 }
 
+void CPicturePairState::FillProps(tagPicProps& src, tagPicProps& dst, tagRECT& srcRect,
+                                  tagRECT& dstRect) const {
+  src = tagPicProps{dwSrcFormat, iSrcWidth, iSrcHeight, 0};
+  dst = tagPicProps{dwDstFormat, iDstWidth, iDstHeight, 0};
+  srcRect = tagRECT{0, 0, iSrcWidth, iSrcHeight};
+  dstRect = tagRECT{0, 0, iDstWidth, iDstHeight};
+}
+
 }  // namespace tachyrun

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "core/DataLock.h"
+#include "engine/Pixmill.h"
 
 namespace tachyrun {
 
@@ -93,6 +94,25 @@ class CPicturePairState : public PicturePairFields {
   // Source and destination sizes, formats, byte counts and line figures.
   void SetPictures(int iSrcW, int iSrcH, uint32_t dwSrcFmt, int iDstW, int iDstH, uint32_t dwDstFmt,
                    int iLineFactor);
+
+  // Source, destination and a third buffer of the source's size, each with
+  // a pitch of width x 4 (also for YUY2 pictures), from `engine`.
+  template <class Engine>
+  void AllocBuffers(Engine& engine) {
+    pSrcBuffer = engine.AllocBuffersRGBA(iSrcWidth, iSrcHeight, iSrcWidth * 4);
+    pDstBuffer = engine.AllocBuffersRGBA(iDstWidth, iDstHeight, iDstWidth * 4);
+    pAuxBuffer = engine.AllocBuffersRGBA(iSrcWidth, iSrcHeight, iSrcWidth * 4);
+  }
+  // Frees the three buffers that are not null, in allocation order, on the
+  // engine that allocated them.
+  template <class Engine>
+  void FreeBuffers(Engine& engine) {
+    for (uint8_t* pBuffer : {pSrcBuffer, pDstBuffer, pAuxBuffer}) {
+      if (pBuffer != nullptr) engine.FreeBuffers(&pBuffer);
+    }
+  }
+  // The picture descriptions and whole-picture rectangles of both sides.
+  void FillProps(tagPicProps& src, tagPicProps& dst, tagRECT& srcRect, tagRECT& dstRect) const;
 
   CDataLock m_Lock;  // no test takes it
 };

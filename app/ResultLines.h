@@ -3,6 +3,7 @@
 // to the figures, and the formatting into the 200-byte line each test writes.
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,6 +32,14 @@ struct MemCopyFigures {
 // Figures of the memory copy test; a span of 0 gives a frame time of 0 and
 // infinite FPS and MB/s, printed as "inf".
 MemCopyFigures ComputeMemCopyFigures(uint32_t dwSpanMs, int iRounds, int32_t iBytes);
+
+// Writes "started..." through the line buffer, as every timed test does
+// before its loop.
+template <class SetText>
+void WriteStarted(char (&szLine)[kLineSize], SetText&& setText) {
+  std::snprintf(szLine, kLineSize, "%s", kStartedText);
+  setText(szLine);
+}
 
 // `szFormat` takes the time (%f) and the status (%d).
 void FormatTimeLine(char (&szLine)[kLineSize], const char* szFormat, float fTime, int32_t iRes);

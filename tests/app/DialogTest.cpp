@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QImage>
 #include <QLineEdit>
@@ -33,6 +34,13 @@ bool Matches(const QString& text, const QString& pattern) {
   return QRegularExpression(pattern).match(text).hasMatch();
 }
 
+// A button, the edit that shows its line, and how that line begins.
+struct LineCase {
+  int iButton;
+  int iEdit;
+  const char* szPrefix;
+};
+
 class DialogWithEngine : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -44,15 +52,10 @@ class DialogWithEngine : public ::testing::Test {
 };
 
 TEST_F(DialogWithEngine, CpuButtonsWriteTheirLinesWithStatusZero) {
-  struct Case {
-    int iButton;
-    int iEdit;
-    const char* szPrefix;
-  };
-  for (const Case& c :
-       {Case{1015, 1010, "Img_ResizeARGB Lin IPPMEM\\+BUFF RGB32 720x576 1920x1080 "},
-        Case{1016, 1011, "Img_ResizeARGB Lin Multi IPPMEM RGB32 720x576 1920x1080 "},
-        Case{1019, 1014, "Img_Resize IPPMEM RGB32 720x576 1920x1080 LIN1 "}}) {
+  for (const LineCase& c :
+       {LineCase{1015, 1010, "Img_ResizeARGB Lin IPPMEM\\+BUFF RGB32 720x576 1920x1080 "},
+        LineCase{1016, 1011, "Img_ResizeARGB Lin Multi IPPMEM RGB32 720x576 1920x1080 "},
+        LineCase{1019, 1014, "Img_Resize IPPMEM RGB32 720x576 1920x1080 LIN1 "}}) {
     Click(c.iButton);
     const QString line = Text(m_Dlg, c.iEdit);
     EXPECT_TRUE(Matches(line, QString("^") + c.szPrefix + kTimeLine)) << line.toStdString();
@@ -61,16 +64,11 @@ TEST_F(DialogWithEngine, CpuButtonsWriteTheirLinesWithStatusZero) {
 }
 
 TEST_F(DialogWithEngine, DisabledTestButtonsIgnoreClicksButTheirHandlersRun) {
-  struct Case {
-    int iButton;
-    int iEdit;
-    const char* szPrefix;
-  };
-  for (const Case& c :
-       {Case{1006, 1001, "Img_Resize YUY2 720x576 1920x1080 "},
-        Case{1007, 1002, "Img_Convert2 IPPMEM 4P 1920x1080 1920x1080 YUY2 RGB32 "},
-        Case{1008, 1003, "Img_Convert2 IPPMEM 1P 1920x1080 1920x1080 YUY2 RGB32 "},
-        Case{1009, 1004, "Img_Convert2 IPPMEM 1P 1920x1080 1920x1080 YUY2 RGB32 "}}) {
+  for (const LineCase& c :
+       {LineCase{1006, 1001, "Img_Resize YUY2 720x576 1920x1080 "},
+        LineCase{1007, 1002, "Img_Convert2 IPPMEM 4P 1920x1080 1920x1080 YUY2 RGB32 "},
+        LineCase{1008, 1003, "Img_Convert2 IPPMEM 1P 1920x1080 1920x1080 YUY2 RGB32 "},
+        LineCase{1009, 1004, "Img_Convert2 IPPMEM 1P 1920x1080 1920x1080 YUY2 RGB32 "}}) {
     Click(c.iButton);
     EXPECT_TRUE(Text(m_Dlg, c.iEdit).isEmpty()) << c.iButton;
     ASSERT_TRUE(m_Dlg.RunControl(c.iButton));
@@ -192,6 +190,22 @@ TEST(DialogAbout, MenuOffersTheAboutEntryAfterASeparator) {
   EXPECT_EQ(actions[1]->text(), QString("&About su Tachyrun..."));
   EXPECT_EQ(ModalCaptionDuring([&] { actions[1]->trigger(); }), "About Tachyrun");
   EXPECT_FALSE(dlg.windowIcon().isNull());
+}
+
+TEST(DialogAbout, RightClickOnTheDialogOpensTheMenuWithTheAboutEntry) {
+  CTachyrunDlg dlg;
+  dlg.Create();
+  dlg.show();
+  QStringList seen;
+  QTimer::singleShot(0, [&seen] {
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+      for (QAction* action : popup->actions()) seen << action->text();
+      popup->close();
+    }
+  });
+  QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), dlg.mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(&dlg, &event);
+  EXPECT_EQ(seen, QStringList({"", "&About su Tachyrun..."}));
 }
 
 TEST(DialogAbout, SystemCloseCommandClosesTheDialog) {
