@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QDir>
 #include <QImage>
 #include <QLineEdit>
@@ -14,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -99,6 +101,25 @@ TEST_F(DialogWithEngine, MemCopyAtItsRealCountKeepsItsFiguresConsistent) {
     EXPECT_NEAR(dFps, 1000.0 / dFrame, 1000.0 / (dFrame - 0.0005) - 1000.0 / dFrame + 0.001);
     EXPECT_NEAR(m.captured(3).toDouble(), 8.2944 * dFps, 8.2944 * dFps * 1e-6 + 0.001);
   }
+}
+
+TEST_F(DialogWithEngine, EveryLineIsWrittenUnderTheWaitCursorWhichEndsWithTheTest) {
+  for (const auto& [iButton, iEdit] :
+       {std::pair{1015, 1010}, std::pair{1017, 1012}, std::pair{1021, 1000}}) {
+    std::vector<bool> waiting;
+    auto* edit = qobject_cast<QLineEdit*>(m_Dlg.Control(iEdit));
+    const QMetaObject::Connection watch = QObject::connect(edit, &QLineEdit::textChanged, [&] {
+      const QCursor* cursor = QApplication::overrideCursor();
+      waiting.push_back(cursor != nullptr && cursor->shape() == Qt::WaitCursor);
+    });
+    m_Dlg.RunControl(iButton);
+    QObject::disconnect(watch);
+    ASSERT_FALSE(waiting.empty()) << iButton;
+    EXPECT_EQ(std::count(waiting.begin(), waiting.end(), false), 0) << iButton;
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << iButton;
+  }
+  delete g_pTestImage;
+  g_pTestImage = nullptr;
 }
 
 TEST_F(DialogWithEngine, RunningATestTwiceOverwritesItsLine) {
