@@ -1,6 +1,8 @@
 #include "app/TachyrunDlg.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -24,9 +26,13 @@ constexpr int kIconMetric = 32;  // the system's icon size
 // The platform's file dialog; an empty answer is a cancel.
 std::optional<std::string> AskForFile(const std::string& strTitle, const std::string& strStart,
                                       const std::string& strFilter) {
+  // The handler's busy cursor would cover the file dialog too: a user picks a
+  // file with the ordinary arrow, as over any other window.
+  QApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
   const QString path = QFileDialog::getOpenFileName(nullptr, QString::fromStdString(strTitle),
                                                     QString::fromLocal8Bit(strStart.c_str()),
                                                     QString::fromStdString(strFilter));
+  QApplication::restoreOverrideCursor();
   if (path.isEmpty()) return std::nullopt;
   return path.toLocal8Bit().toStdString();
 }

@@ -2,10 +2,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QApplication>
+#include <QCursor>
+#include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -134,6 +138,41 @@ TEST_F(DialogImage, BrowseAsksWithTitleFilterAndTheCurrentPathAndTakesTheAnswer)
   EXPECT_EQ(calls[0].strFilter, "*.bmp");
   EXPECT_EQ(dlg.ControlText(1034).toStdString(), chosen);
   EXPECT_EQ(dlg.ImageFile(), chosen);
+}
+
+TEST_F(DialogImage, TheFileDialogAsksForABitmapWithTheArrowAndItsAnswerLands) {
+  const std::string start = Bitmap("start.bmp", 4, 4);
+  const std::string other = Bitmap("other.bmp", 4, 4);
+  for (const bool bAccept : {false, true}) {
+    CTachyrunDlg dlg;
+    SetPath(dlg, start);
+    QString title, directory;
+    QStringList filters;
+    Qt::CursorShape shape = Qt::BlankCursor;
+    QTimer::singleShot(0, [&] {
+      auto* fd = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (fd == nullptr) return;
+      title = fd->windowTitle();
+      filters = fd->nameFilters();
+      directory = fd->directory().absolutePath();
+      shape = QApplication::overrideCursor() ? QApplication::overrideCursor()->shape()
+                                             : Qt::BlankCursor;
+      if (bAccept) {
+        fd->selectFile(QString::fromStdString(other));
+        QMetaObject::invokeMethod(fd, "accept");
+      } else {
+        fd->reject();
+      }
+    });
+    dlg.RunControl(1035);
+    EXPECT_EQ(title, QString("Test Image"));
+    EXPECT_EQ(filters, QStringList{"*.bmp"});
+    EXPECT_EQ(directory, m_Dir.path());
+    EXPECT_EQ(shape, Qt::ArrowCursor);
+    EXPECT_EQ(dlg.ImageFile(), bAccept ? other : start);
+    EXPECT_EQ(dlg.ControlText(1034).toStdString(), bAccept ? other : start);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  }
 }
 
 TEST_F(DialogImage, CancelledOrTooLongChoicesLeaveThePath) {
