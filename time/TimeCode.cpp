@@ -274,3 +274,15 @@ int32_t CTimeCode::SetBcdTime(const uint8_t* in) {
   StoreFields(FromBcd(in[3]), FromBcd(in[2]), FromBcd(in[1]), static_cast<float>(FromBcd(in[0])));
   return 0;
 }
+
+int64_t FramesAtDefaultRate(double ms) {
+  CTimeCode tc;
+  tc.SetMilliseconds(ms);
+  return tc.GetFrames();
+}
+
+int64_t MillisecondsAtDefaultRate(double frames) {
+  CTimeCode tc;
+  tc.SetFrames(frames);
+  return tc.GetMilliseconds();
+}

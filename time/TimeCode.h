@@ -95,3 +95,8 @@ class CTimeCode {
   // Stores h:m:s plus frames turned into whole milliseconds.
   void StoreFields(int64_t hours, int64_t minutes, int64_t seconds, float frames);
 };
+
+// One value at the default rate stored in one unit and read in the other, the
+// way every frame-bound edit of the library converts.
+int64_t FramesAtDefaultRate(double ms);
+int64_t MillisecondsAtDefaultRate(double frames);

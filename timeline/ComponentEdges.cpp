@@ -24,16 +24,10 @@ int64_t R(double x) {
   return Bounded(timemath::TruncToI64(x + kEdgeRounding));
 }
 
-int64_t Frames(double ms) {
-  CTimeCode tc;
-  tc.SetMilliseconds(ms);
-  return Bounded(tc.GetFrames());
-}
+int64_t Frames(double ms) { return Bounded(FramesAtDefaultRate(ms)); }
 
 double Ms(int64_t frames) {
-  CTimeCode tc;
-  tc.SetFrames(static_cast<double>(frames));
-  return static_cast<double>(tc.GetMilliseconds());
+  return static_cast<double>(MillisecondsAtDefaultRate(static_cast<double>(frames)));
 }
 
 bool IsMediaBound(int32_t kind) {
@@ -212,9 +206,7 @@ int64_t SourceFrameAt(const CComponentData& c, double time, double base) {
   } else {
     r = d + base + c.dSourceIn;
   }
-  CTimeCode tc;
-  tc.SetMilliseconds(r);
-  return tc.GetFrames();
+  return FramesAtDefaultRate(r);
 }
 }  // namespace
 

@@ -4,16 +4,6 @@
 #include "time/TimeMath.h"
 #include "timeline/PointScaling.h"
 
-namespace {
-
-int64_t FrameOf(int64_t ms) {
-  CTimeCode tc;
-  tc.SetMilliseconds(static_cast<double>(ms));
-  return tc.GetFrames();
-}
-
-}  // namespace
-
 bool CMarkerPointList::HasTime(int64_t time) {
   m_InnerLock.Acquire(0);
   bool found = false;
@@ -86,12 +76,12 @@ int32_t CMarkerPointList::InsertSorted(CMarkerPoint* marker) {
 }
 
 CMarkerPoint* CMarkerPointList::FindByFrame(int64_t time) {
-  const int64_t frame = FrameOf(time);
+  const int64_t frame = FramesAtDefaultRate(static_cast<double>(time));
   m_InnerLock.Acquire(0);
   CMarkerPoint* found = nullptr;
   for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
     CMarkerPoint* m = m_aItems.GetAt(i);
-    if (m && FrameOf(m->iTime) == frame) found = m;
+    if (m && FramesAtDefaultRate(static_cast<double>(m->iTime)) == frame) found = m;
   }
   m_InnerLock.Release();
   return found;

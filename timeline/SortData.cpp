@@ -4,16 +4,6 @@
 #include "time/TimeMath.h"
 #include "timeline/Component.h"
 
-namespace {
-
-int64_t FramesOf(int64_t ms) {
-  CTimeCode timeCode;
-  timeCode.SetMilliseconds(static_cast<double>(ms));
-  return timeCode.GetFrames();
-}
-
-}  // namespace
-
 CSortData::CSortData(const CComponent& component, int32_t sourceIndex) : CSortData() {
   iLine = component.iLine;
   iSourceIndex = sourceIndex;
@@ -24,6 +14,6 @@ CSortData::CSortData(const CComponent& component, int32_t sourceIndex) : CSortDa
   iUniqueId = component.iUniqueId;
   iStartMs = timemath::TruncToI64(component.dStart);
   iEndMs = timemath::TruncToI64(component.dEnd);
-  iStartFrame = FramesOf(iStartMs);
-  iEndFrame = FramesOf(iEndMs);
+  iStartFrame = FramesAtDefaultRate(static_cast<double>(iStartMs));
+  iEndFrame = FramesAtDefaultRate(static_cast<double>(iEndMs));
 }

@@ -270,3 +270,23 @@ TEST(TimeCodeSetDate, LeavesTheTimeAlone) {
 }
 
 }  // namespace
+
+// The one-call conversions at the default rate give what a value stored in
+// one unit and read in the other gives: 40 ms is one frame at 25 fps, 1.5
+// frames of time (60 ms) round to 1, -60 ms to -1; 3 frames are 120 ms.
+TEST(DefaultRateConversion, FramesFromMillisecondsFollowTheRounding) {
+  EXPECT_EQ(FramesAtDefaultRate(40.0), 1);
+  EXPECT_EQ(FramesAtDefaultRate(60.0), 1);
+  EXPECT_EQ(FramesAtDefaultRate(-60.0), -1);
+  EXPECT_EQ(FramesAtDefaultRate(0.0), 0);
+}
+
+TEST(DefaultRateConversion, MillisecondsFromFramesAreWholeFrameTimes) {
+  EXPECT_EQ(MillisecondsAtDefaultRate(3.0), 120);
+  EXPECT_EQ(MillisecondsAtDefaultRate(0.0), 0);
+  for (int64_t frame = -50; frame <= 50; ++frame) {
+    EXPECT_EQ(FramesAtDefaultRate(static_cast<double>(MillisecondsAtDefaultRate(
+                  static_cast<double>(frame)))),
+              frame);
+  }
+}
