@@ -1,8 +1,9 @@
-// The program's global objects. theApp, the global data lock and the global
-// component list are defined here, in this order, so they are built in it and destroyed in reverse.
-// The library's globals are defined in their own libraries; naming them below
-// makes them part of the program, built before main() and destroyed after it.
+// The program's global objects: theApp, the global data lock and the global
+// component list. With the library's globals, defined in their own libraries,
+// they are built in the order of platform/StartOrder.h and destroyed in
+// reverse; naming them below makes them part of the program.
 #include "app/AppGlobals.h"
+#include "platform/StartOrder.h"
 
 #include "app/TachyrunApp.h"
 #include "core/DataLock.h"
@@ -19,10 +20,10 @@
 
 namespace tachyrun {
 
-CTachyrunApp theApp;
-CDataLock g_AppDataLock;
+CTachyrunApp theApp TACHYRUN_START_ORDER(platform::kStartApp);
+CDataLock g_AppDataLock TACHYRUN_START_ORDER(platform::kStartDataLock);
 // The track list global joins here, before this one, with the project library.
-CComponentList g_AppComponentList;
+CComponentList g_AppComponentList TACHYRUN_START_ORDER(platform::kStartComponentList);
 
 // In the order the program's start lists them.
 const void* const g_apProgramGlobals[] = {

@@ -1,4 +1,5 @@
 #include "config/GlobalCfg.h"
+#include "platform/StartOrder.h"
 
 #include <cstring>
 
@@ -6,8 +7,8 @@
 
 // Defined together, so that the store is built first; the configuration
 // has no destructor of its own.
-CRegStore g_CfgRegStore;
-CGlobalCfg g_GlobalCfg;
+CRegStore g_CfgRegStore TACHYRUN_START_ORDER(platform::kStartCfgRegStore);
+CGlobalCfg g_GlobalCfg TACHYRUN_START_ORDER(platform::kStartGlobalCfg);
 
 namespace {
 

@@ -1,4 +1,5 @@
 #include "registry/RegStore.h"
+#include "platform/StartOrder.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,8 +8,8 @@
 #include "registry/RegDatabase.h"
 #include "registry/RegNames.h"
 
-CRegStore g_AppRegStore;
-CRegStore g_UserRegStore;
+CRegStore g_AppRegStore TACHYRUN_START_ORDER(platform::kStartAppRegStore);
+CRegStore g_UserRegStore TACHYRUN_START_ORDER(platform::kStartUserRegStore);
 
 namespace {
 

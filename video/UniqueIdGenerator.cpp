@@ -1,4 +1,5 @@
 #include "video/UniqueIdGenerator.h"
+#include "platform/StartOrder.h"
 
 #include <cstdio>
 #include <ctime>
@@ -6,7 +7,7 @@
 
 #include "platform/Clock.h"
 
-CUniqueIdGenerator g_UniqueIdGenerator;
+CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(platform::kStartUniqueIds);
 
 namespace {
 
