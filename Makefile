@@ -1,5 +1,5 @@
 # Entry points. `make test` and `make run` install what is missing first.
-.PHONY: setup test check run bench fuzz format clean
+.PHONY: setup test check run bench bench-engine fuzz format clean
 
 JOBS ?= $(shell nproc)
 
@@ -21,6 +21,12 @@ run: setup
 
 bench: setup
 	@scripts/bench.sh
+
+# The engine side by side with libyuv, libswscale and memcpy.
+bench-engine: setup
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default -j $(JOBS) --target bench_engine
+	@find build/default/bench -type f -name bench_engine -exec {} \;
 
 fuzz: setup
 	@scripts/fuzz.sh $(or $(SECONDS),60)
