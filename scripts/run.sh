@@ -8,7 +8,7 @@ if [ -x build/default/app/tachyrun ]; then
   if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     exec build/default/app/tachyrun "$@"
   fi
-  echo "No display: running the GPU tests and the YUY2 conversion headless."
+  echo "No display: running the two GPU tests and the 1920x1080 memory copy headless."
   exec build/default/app/tachyrun --run 1021,1022,1033 "$@"
 fi
 echo "The test dialog is not built yet. When it is, 'make run' opens it, or runs"
