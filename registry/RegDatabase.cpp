@@ -231,10 +231,6 @@ int64_t RegDatabase::CreateKey(HKEY root, std::string_view path) {
   return id;
 }
 
-bool RegDatabase::DeleteKey(HKEY root, std::string_view path) {
-  return DeleteKey(OpenKey(root, path));
-}
-
 bool RegDatabase::DeleteKey(int64_t key) {
   if (key < 0 || key == RootId(HKEY_CURRENT_USER) || key == RootId(HKEY_LOCAL_MACHINE)) {
     return false;

@@ -57,7 +57,6 @@ class RegDatabase {
   // Opens the key, creating every missing component with the store's class.
   int64_t CreateKey(HKEY root, std::string_view path);
   // Deletes a key that has no sub-keys, with its values; never a root.
-  bool DeleteKey(HKEY root, std::string_view path);
   bool DeleteKey(int64_t key);
 
   bool QueryValue(int64_t key, std::string_view name, RegValue* out);
