@@ -30,8 +30,12 @@
 //
 // Loading from a damaged or hostile stream: Load creates one element per
 // counted record and keeps defaults for records that fail, but once the
-// stream reports its end it adds at most kMaxElementsPastEnd more elements
-// and stops, so a count field claiming billions can't exhaust memory.
+// stream reports its end, or an element's Load leaves it where it stood (a
+// position the 32-bit helpers can't reach), it adds at most
+// kMaxElementsPastEnd more such elements and stops, so a count field
+// claiming billions can't exhaust memory.
+
+#include <sys/types.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -185,8 +189,9 @@ class COwningList : public CObject {
     try {
       int32_t pastEnd = 0;
       for (int32_t i = 0; i < count && pastEnd < kMaxElementsPastEnd; ++i) {
+        const off_t before = Position(stream);
         AddLoaded(stream);
-        if (AtEnd(stream)) ++pastEnd;
+        if (AtEnd(stream) || Position(stream) == before) ++pastEnd;
       }
     } catch (...) {
       // Loading stops; the elements read so far stay.
@@ -238,4 +243,6 @@ class COwningList : public CObject {
   static bool AtEnd(FILE* stream) {
     return stream == nullptr || std::feof(stream) != 0 || std::ferror(stream) != 0;
   }
+  // Where the stream stands; -1 for none. A record that reads anything moves it.
+  static off_t Position(FILE* stream) { return stream == nullptr ? -1 : ftello(stream); }
 };

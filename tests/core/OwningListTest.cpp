@@ -204,6 +204,20 @@ TEST_F(OwningList, HostileCountStopsSoonAfterTheStreamEnds) {
   std::fclose(stream);
 }
 
+TEST_F(OwningList, HostileCountStopsWhenTheStreamStandsBeyondTheHelpersRange) {
+  // Past 2 GiB no record can be read and no end is reported: the stream
+  // simply stays put, which must end the loading as well.
+  FILE* stream = std::tmpfile();
+  ASSERT_EQ(fseeko(stream, off_t{3} << 30, SEEK_SET), 0);
+  ProbeList list;
+  EXPECT_EQ(list.Load(stream, INT32_MAX), 0);
+  EXPECT_EQ(list.GetCount(), ProbeList::kMaxElementsPastEnd);
+  const ProbeData defaults;
+  EXPECT_EQ(std::memcmp(static_cast<ProbeData*>(list.GetAt(0)), &defaults, sizeof defaults), 0);
+  EXPECT_EQ(list.GetModCount(), 2);
+  std::fclose(stream);
+}
+
 TEST_F(OwningList, NegativeCountReadsNothing) {
   FILE* stream = StreamWith(SavedProbes(1));
   ProbeList list;
