@@ -100,8 +100,10 @@ uint32_t CRegStore::ReadDword(const std::string& subKey, const std::string& name
   InReadKey(RootOf(*this, root), KeyPath(*this, subKey, base), [&](RegDatabase& db, int64_t key) {
     RegValue value;
     // The type isn't looked at: up to four bytes of any value land over the
-    // default, so a shorter value keeps the default's upper bytes.
-    if (db.QueryValue(key, name, &value) && !value.data.empty()) {
+    // default, so a shorter value keeps the default's upper bytes. A longer
+    // value doesn't fit the four-byte query, which fails: the default stands.
+    if (db.QueryValue(key, name, &value) && !value.data.empty() &&
+        value.data.size() <= sizeof result) {
       std::memcpy(&result, value.data.data(), std::min<size_t>(sizeof result, value.data.size()));
     }
   });
