@@ -1,7 +1,15 @@
 #include "timeline/LevelPointList.h"
 
+#include <algorithm>
+
 CLevelPointList::~CLevelPointList() {
-  for (CLevelPoint* point : m_aDropped) delete point;
+  // A dropped point that a caller put back into the list is deleted with the
+  // list's elements, and a point dropped twice is deleted once.
+  std::sort(m_aDropped.begin(), m_aDropped.end());
+  m_aDropped.erase(std::unique(m_aDropped.begin(), m_aDropped.end()), m_aDropped.end());
+  for (CLevelPoint* point : m_aDropped) {
+    if (std::find(m_aItems.begin(), m_aItems.end(), point) == m_aItems.end()) delete point;
+  }
 }
 
 void CLevelPointList::DropSlot(int32_t i) {
@@ -156,7 +164,11 @@ int32_t CLevelPointList::InsertSorted(CLevelPoint* point) {
   }
   if (at >= 0) m_aItems.InsertAt(at, point);
   m_InnerLock.Release();
-  if (at >= 0) ++m_iModCount;
+  if (at >= 0) {
+    ++m_iModCount;
+    // A dropped point moved back in belongs to the list again.
+    std::erase(m_aDropped, point);
+  }
   return at;
 }
 

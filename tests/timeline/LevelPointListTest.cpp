@@ -109,6 +109,32 @@ TEST(LevelRemovePointAt, PassesOverEndPointToInnerPointAtSameTime) {
   EXPECT_EQ(list.GetAt(1)->cRole, kRoleEnd);
 }
 
+TEST(LevelRemovePointAt, ADroppedPointPutBackBelongsToTheListAgain) {
+  // Moving a point: drop it, change its time, insert it again. The curve
+  // alone frees it, also after a later Clear and after a second drop.
+  CLevelPointList list;
+  Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
+  CLevelPoint* moved = list.FindAt(100);
+  ASSERT_TRUE(list.RemovePointAt(100, 0));
+  moved->iTime = 600;
+  EXPECT_EQ(list.InsertSorted(moved), 1);
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  EXPECT_THAT(Times(list), ElementsAre(0, 600, 1000));
+  ASSERT_TRUE(list.RemovePointAt(600, 0));
+  list.Add(moved);  // back in through the plain append
+  ASSERT_TRUE(list.RemovePointAt(600, 0));
+  list.Add(moved);
+  EXPECT_EQ(list.GetDroppedCount(), 2);
+
+  CLevelPointList cleared;
+  Fill(cleared, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
+  CLevelPoint* point = cleared.FindAt(100);
+  ASSERT_TRUE(cleared.RemovePointAt(100, 0));
+  EXPECT_EQ(cleared.InsertSorted(point), 1);
+  cleared.Clear();  // deletes the point; the list must not delete it again
+  EXPECT_EQ(cleared.GetCount(), 0);
+}
+
 TEST(LevelRemoveInnerPoints, KeepsStartAndEndAndAnswersFalse) {
   CLevelPointList list;
   Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 10, 2}, {kRoleInner, 20, 2}, {kRoleEnd, 30, 3}});
