@@ -12,6 +12,12 @@ CLevelPointList::~CLevelPointList() {
   }
 }
 
+int32_t CLevelPointList::Add(CLevelPoint* point) {
+  // A dropped point put back belongs to the list again.
+  std::erase(m_aDropped, point);
+  return COwningList::Add(point);
+}
+
 void CLevelPointList::DropSlot(int32_t i) {
   m_aDropped.push_back(m_aItems.GetAt(i));
   m_aItems.RemoveAt(i);
@@ -166,8 +172,7 @@ int32_t CLevelPointList::InsertSorted(CLevelPoint* point) {
   m_InnerLock.Release();
   if (at >= 0) {
     ++m_iModCount;
-    // A dropped point moved back in belongs to the list again.
-    std::erase(m_aDropped, point);
+    std::erase(m_aDropped, point);  // a dropped point moved back in
   }
   return at;
 }

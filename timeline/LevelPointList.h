@@ -14,6 +14,9 @@ class CLevelPointList : public COwningList<CLevelPoint> {
   CLevelPointList() = default;
   ~CLevelPointList() override;
 
+  // Appends and takes ownership, also of a point this list dropped before.
+  int32_t Add(CLevelPoint* point);
+
   // --- searches and edits (each a linear scan under the inner lock) ---
 
   // First point with exactly this time, or null.

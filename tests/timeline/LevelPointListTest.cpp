@@ -124,7 +124,10 @@ TEST(LevelRemovePointAt, ADroppedPointPutBackBelongsToTheListAgain) {
   list.Add(moved);  // back in through the plain append
   ASSERT_TRUE(list.RemovePointAt(600, 0));
   list.Add(moved);
-  EXPECT_EQ(list.GetDroppedCount(), 2);
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  ASSERT_TRUE(list.RemovePointAt(600, 0));
+  list.Add(moved);
+  list.Clear();  // deletes the point, which is no longer a dropped one
 
   CLevelPointList cleared;
   Fill(cleared, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
