@@ -34,12 +34,7 @@ CLevelPoint* CLevelPointList::FindAt(int64_t time) {
 }
 
 bool CLevelPointList::SetValueAt(int64_t time, float value) {
-  m_InnerLock.Acquire(0);
-  CLevelPoint* found = nullptr;
-  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
-    if (m_aItems.GetAt(i)->iTime == time) found = m_aItems.GetAt(i);
-  }
-  m_InnerLock.Release();
+  CLevelPoint* found = FindAt(time);
   if (found) {
     // The store happens outside the lock; callers that share the curve hold
     // the outer lock.
