@@ -123,12 +123,3 @@ int32_t CMarkerPointList::GetMaxId() {
   m_InnerLock.Release();
   return best;
 }
-
-void CMarkerPointList::CopyPointsFrom(CMarkerPointList& source) {
-  source.m_InnerLock.Acquire(0);
-  for (int32_t i = 0; i < source.m_aItems.GetSize(); ++i) {
-    const CMarkerPoint* m = source.m_aItems.GetAt(i);
-    if (m) m_aItems.Add(m->Clone());
-  }
-  source.m_InnerLock.Release();
-}

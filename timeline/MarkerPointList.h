@@ -29,7 +29,4 @@ class CMarkerPointList : public COwningList<CMarkerPoint> {
   bool RemoveById(int32_t id);
   // Largest id, from 0: an empty list or negative ids give 0.
   int32_t GetMaxId();
-
-  // Clones every marker of source into this (emptied) list.
-  void CopyPointsFrom(CMarkerPointList& source);
 };
