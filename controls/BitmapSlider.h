@@ -130,6 +130,16 @@ class CBitmapSlider : public QWidget {
   void focusOutEvent(QFocusEvent* event) override;
   QSize sizeHint() const override;
 
+  // The blits of OnPaint, onto any painter.
+  void DrawTransparentBitmap(QPainter& dest, int x, int y, int w, int h, const QImage& source,
+                             int srcX, int srcY, const QImage& mask);
+  void DrawBitmap(QPainter& dest, int x, int y, int w, int h, const QImage& source, int srcX,
+                  int srcY, const QImage& mask, bool transparent);
+  void DrawBitmapStretched(QPainter& dest, int x, int y, int w, int h, const QImage& source,
+                           int srcX, int srcY, const QImage& mask, bool transparent);
+  void DrawChannel(QPainter& dc, int32_t pixel);
+  void DrawThumb(QPainter& dc, int32_t pixel);
+
  private:
   // Truncation toward zero, defined for every double (NaN gives 0, values past
   // the ends of int32_t give the end).
@@ -144,14 +154,6 @@ class CBitmapSlider : public QWidget {
                              QImage& active, QImage& activeMask, int32_t& bActive);
   static void PrepareMask(QImage& source, QImage& mask, COLORREF colour, int32_t pixelX,
                           int32_t pixelY);
-  void DrawTransparentBitmap(QPainter& dest, int x, int y, int w, int h, const QImage& source,
-                             int srcX, int srcY, const QImage& mask);
-  void DrawBitmap(QPainter& dest, int x, int y, int w, int h, const QImage& source, int srcX,
-                  int srcY, const QImage& mask, bool transparent);
-  void DrawBitmapStretched(QPainter& dest, int x, int y, int w, int h, const QImage& source,
-                           int srcX, int srcY, const QImage& mask, bool transparent);
-  void DrawChannel(QPainter& dc, int32_t pixel);
-  void DrawThumb(QPainter& dc, int32_t pixel);
   void PostToParent(int type) const;
   void Invalidate() { update(); }
 };
