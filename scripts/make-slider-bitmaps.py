@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the slider bitmaps of controls/bitmaps/ as 24-bit BMP files.
+"""Writes the slider bitmaps of controls/bitmaps/: 24-bit BMP files for the
+horizontal slider, 24-bit PNG files for the vertical one (the control reads both).
 
 Run from anywhere: python3 scripts/make-slider-bitmaps.py. The output depends
 on nothing but this file, so the committed bitmaps can be rebuilt byte for byte.
@@ -9,6 +10,7 @@ channel, xx3 thumb, xx4 active thumb.
 """
 import os
 import struct
+import zlib
 
 KEY = (255, 0, 255)
 FACE = (212, 208, 200)
@@ -62,6 +64,15 @@ class Canvas:
                            2835, 2835, 0, 0)
         return header + info + data
 
+    def png(self):
+        def chunk(kind, payload):
+            body = kind + payload
+            return struct.pack(">I", len(payload)) + body + struct.pack(">I", zlib.crc32(body))
+        raw = b"".join(b"\0" + b"".join(bytes(p) for p in row) for row in self.px)
+        header = struct.pack(">IIBBBBB", self.w, self.h, 8, 2, 0, 0, 0)
+        return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) +
+                chunk(b"IDAT", zlib.compress(raw, 9)) + chunk(b"IEND", b""))
+
 
 def channel(fill, keyed):
     c = Canvas(LENGTH, BREADTH, KEY if keyed else FACE)
@@ -111,8 +122,10 @@ def main():
     folder = os.path.join(root, "controls", "bitmaps")
     os.makedirs(folder, exist_ok=True)
     for ident, canvas in sorted(bitmaps().items()):
-        with open(os.path.join(folder, "%d.bmp" % ident), "wb") as f:
-            f.write(canvas.bmp())
+        vertical = ident >= 200
+        name = "%d.%s" % (ident, "png" if vertical else "bmp")
+        with open(os.path.join(folder, name), "wb") as f:
+            f.write(canvas.png() if vertical else canvas.bmp())
 
 
 if __name__ == "__main__":

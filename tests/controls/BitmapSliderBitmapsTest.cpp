@@ -35,6 +35,19 @@ TEST(SliderBitmaps, EveryResourceBitmapLoads) {
   }
 }
 
+TEST(SliderBitmaps, PngResourceReadsLikeTheBmpOne) {
+  // The vertical bitmaps are PNG files of the horizontal BMP ones, turned.
+  CBitmapSlider horizontal;
+  CBitmapSlider vertical;
+  ASSERT_TRUE(horizontal.SetBitmapChannel(101));
+  ASSERT_TRUE(vertical.SetBitmapChannel(201));
+  const QImage& across = horizontal.m_bmChannel;
+  const QImage& down = vertical.m_bmChannel;
+  ASSERT_EQ(down.size(), across.size().transposed());
+  for (int y = 0; y < across.height(); ++y)
+    for (int x = 0; x < across.width(); ++x) ASSERT_EQ(down.pixel(y, x), across.pixel(x, y));
+}
+
 TEST(SliderBitmaps, KeyFromThePixelMasksEveryPixelOfThatColour) {
   CBitmapSlider slider;
   ASSERT_TRUE(slider.SetBitmapThumb(113, 114, true, kKeyFromPixel, 0, 0));
