@@ -36,7 +36,9 @@ CBitmapSlider::CBitmapSlider(QWidget* parent) : QWidget(parent) {
   setAutoFillBackground(false);
 }
 
-CBitmapSlider::~CBitmapSlider() { OnDestroy(); }
+CBitmapSlider::~CBitmapSlider() {
+  OnDestroy();
+}
 
 void CBitmapSlider::SetRangeMax(int32_t max, bool redraw) {
   m_iMax = max;
@@ -85,12 +87,22 @@ void CBitmapSlider::SetMargin(int32_t left, int32_t top, int32_t right, int32_t 
   SetMarginBottom(bottom);
 }
 
-void CBitmapSlider::SetMarginLeft(int32_t margin) { m_iMarginLeft = margin; }
-void CBitmapSlider::SetMarginTop(int32_t margin) { m_iMarginTop = margin; }
-void CBitmapSlider::SetMarginRight(int32_t margin) { m_iMarginRight = margin; }
-void CBitmapSlider::SetMarginBottom(int32_t margin) { m_iMarginBottom = margin; }
+void CBitmapSlider::SetMarginLeft(int32_t margin) {
+  m_iMarginLeft = margin;
+}
+void CBitmapSlider::SetMarginTop(int32_t margin) {
+  m_iMarginTop = margin;
+}
+void CBitmapSlider::SetMarginRight(int32_t margin) {
+  m_iMarginRight = margin;
+}
+void CBitmapSlider::SetMarginBottom(int32_t margin) {
+  m_iMarginBottom = margin;
+}
 
-void CBitmapSlider::SetVertical(bool vertical) { m_bVertical = vertical ? 1 : 0; }
+void CBitmapSlider::SetVertical(bool vertical) {
+  m_bVertical = vertical ? 1 : 0;
+}
 
 void CBitmapSlider::Enable(bool enable) {
   m_bEnabled = enable ? 1 : 0;
@@ -113,8 +125,7 @@ int32_t CBitmapSlider::Pos2Pixel(int32_t pos) const {
   const double fraction =
       (static_cast<double>(pos) - m_iMin) / (static_cast<double>(m_iMax) - m_iMin);
   if (m_bVertical) {
-    const int64_t track =
-        int64_t{m_iHeight} - m_iMarginTop - m_iMarginBottom - m_iThumbHeight;
+    const int64_t track = int64_t{m_iHeight} - m_iMarginTop - m_iMarginBottom - m_iThumbHeight;
     return Saturate(int64_t{m_iMarginTop} + m_iThumbHeight / 2 +
                     TruncToInt32(static_cast<double>(track) * fraction));
   }
@@ -149,13 +160,15 @@ void CBitmapSlider::PostToParent(int type) const {
 }
 
 void CBitmapSlider::OnDestroy() {
-  for (QImage* bitmap : {&m_bmChannel, &m_bmChannelMask, &m_bmChannelActive,
-                         &m_bmChannelActiveMask, &m_bmThumb, &m_bmThumbMask, &m_bmThumbActive,
-                         &m_bmThumbActiveMask, &m_bmThumbBg}) {
+  for (QImage* bitmap :
+       {&m_bmChannel, &m_bmChannelMask, &m_bmChannelActive, &m_bmChannelActiveMask, &m_bmThumb,
+        &m_bmThumbMask, &m_bmThumbActive, &m_bmThumbActiveMask, &m_bmThumbBg}) {
     *bitmap = QImage();
   }
 }
 
-QSize CBitmapSlider::sizeHint() const { return QSize(m_iWidth, m_iHeight); }
+QSize CBitmapSlider::sizeHint() const {
+  return QSize(m_iWidth, m_iHeight);
+}
 
 }  // namespace tachyrun

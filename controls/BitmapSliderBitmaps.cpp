@@ -1,7 +1,7 @@
 // Loading the slider's bitmaps and building their key-colour masks.
-#include "controls/BitmapSlider.h"
-
 #include <map>
+
+#include "controls/BitmapSlider.h"
 
 namespace tachyrun {
 namespace {
@@ -78,9 +78,9 @@ void CBitmapSlider::PrepareMask(QImage& source, QImage& mask, COLORREF colour, i
 }
 
 bool CBitmapSlider::LoadBitmapPair(uint32_t id, uint32_t activeId, bool transparent,
-                                   COLORREF colour, int32_t pixelX, int32_t pixelY,
-                                   QImage& bitmap, QImage& mask, QImage& active,
-                                   QImage& activeMask, int32_t& bActive) {
+                                   COLORREF colour, int32_t pixelX, int32_t pixelY, QImage& bitmap,
+                                   QImage& mask, QImage& active, QImage& activeMask,
+                                   int32_t& bActive) {
   bitmap = QImage();
   if (!LoadBitmap(id, bitmap)) return false;
   if (transparent) PrepareMask(bitmap, mask, colour, pixelX, pixelY);

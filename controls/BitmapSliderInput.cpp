@@ -13,15 +13,24 @@ namespace {
 // 0 for every other key.
 uint32_t VirtualKeyOf(int key) {
   switch (key) {
-    case Qt::Key_PageUp: return VK_PRIOR;
-    case Qt::Key_PageDown: return VK_NEXT;
-    case Qt::Key_End: return VK_END;
-    case Qt::Key_Home: return VK_HOME;
-    case Qt::Key_Left: return VK_LEFT;
-    case Qt::Key_Up: return VK_UP;
-    case Qt::Key_Right: return VK_RIGHT;
-    case Qt::Key_Down: return VK_DOWN;
-    default: return 0;
+    case Qt::Key_PageUp:
+      return VK_PRIOR;
+    case Qt::Key_PageDown:
+      return VK_NEXT;
+    case Qt::Key_End:
+      return VK_END;
+    case Qt::Key_Home:
+      return VK_HOME;
+    case Qt::Key_Left:
+      return VK_LEFT;
+    case Qt::Key_Up:
+      return VK_UP;
+    case Qt::Key_Right:
+      return VK_RIGHT;
+    case Qt::Key_Down:
+      return VK_DOWN;
+    default:
+      return 0;
   }
 }
 
@@ -123,15 +132,28 @@ bool CBitmapSlider::OnKeyDown(uint32_t key, uint32_t, uint32_t) {
   if (!m_bEnabled) return false;
   int64_t pos = m_iPos;
   switch (key) {
-    case VK_PRIOR: pos -= m_iPage; break;
-    case VK_NEXT: pos += m_iPage; break;
-    case VK_END: pos = m_iMax; break;
-    case VK_HOME: pos = m_iMin; break;
+    case VK_PRIOR:
+      pos -= m_iPage;
+      break;
+    case VK_NEXT:
+      pos += m_iPage;
+      break;
+    case VK_END:
+      pos = m_iMax;
+      break;
+    case VK_HOME:
+      pos = m_iMin;
+      break;
     case VK_LEFT:
-    case VK_UP: pos -= 1; break;
+    case VK_UP:
+      pos -= 1;
+      break;
     case VK_RIGHT:
-    case VK_DOWN: pos += 1; break;
-    default: return false;
+    case VK_DOWN:
+      pos += 1;
+      break;
+    default:
+      return false;
   }
   SetPos(Saturate(pos));
   PostToParent(WM_SLIDER_MOVED);

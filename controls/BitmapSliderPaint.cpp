@@ -23,7 +23,9 @@ int DrawCoord(int64_t value) {
 
 }  // namespace
 
-void CBitmapSlider::paintEvent(QPaintEvent*) { OnPaint(); }
+void CBitmapSlider::paintEvent(QPaintEvent*) {
+  OnPaint();
+}
 
 // Nothing erases the background first: the buffer starts clear and every
 // pixel the bitmaps leave clear shows the parent.

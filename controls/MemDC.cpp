@@ -40,8 +40,8 @@ CMemDC::CMemDC(QPainter* pDC, const QRect* pRect)
   m_painter.begin(&m_bitmap);
   // ...while logical coordinates mean the same as on the real painter: its
   // mapping, then the area's device corner moved to the image's origin.
-  m_painter.setWorldTransform(
-      toDevice * QTransform::fromTranslate(-deviceRect.left(), -deviceRect.top()));
+  m_painter.setWorldTransform(toDevice *
+                              QTransform::fromTranslate(-deviceRect.left(), -deviceRect.top()));
   m_rect = toDevice.inverted().mapRect(deviceRect);
 }
 

@@ -42,8 +42,8 @@ void CombineDirect(QPainter& dest, const QImage& target, const QPoint& offset, c
   QImage pixels = target.copy(QRect(at + offset, srcRect.size()));
   for (int row = 0; row < srcRect.height(); ++row) {
     auto* out = reinterpret_cast<QRgb*>(pixels.scanLine(row));
-    const auto* in = reinterpret_cast<const QRgb*>(src.constScanLine(srcRect.top() + row)) +
-                     srcRect.left();
+    const auto* in =
+        reinterpret_cast<const QRgb*>(src.constScanLine(srcRect.top() + row)) + srcRect.left();
     for (int col = 0; col < srcRect.width(); ++col) {
       out[col] = op == RasterOp::kAnd ? (out[col] & in[col]) : (out[col] | in[col]);
     }

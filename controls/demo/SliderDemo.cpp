@@ -81,14 +81,20 @@ CBitmapSlider* CSliderDemo::AddSlider(int32_t id, int x, int y) {
 
 CBitmapSlider* CSliderDemo::Slider(int32_t id) const {
   switch (id) {
-    case kHorizontalId: return m_pHorizontal;
-    case kVerticalId: return m_pVertical;
-    case kTransparentId: return m_pTransparent;
-    default: return nullptr;
+    case kHorizontalId:
+      return m_pHorizontal;
+    case kVerticalId:
+      return m_pVertical;
+    case kTransparentId:
+      return m_pTransparent;
+    default:
+      return nullptr;
   }
 }
 
-QRect CSliderDemo::PatternRect() const { return QRect(8, 94, 216, 44); }
+QRect CSliderDemo::PatternRect() const {
+  return QRect(8, 94, 216, 44);
+}
 
 void CSliderDemo::SetAllEnabled(bool enabled) {
   for (CBitmapSlider* slider : {m_pHorizontal, m_pVertical, m_pTransparent}) {
@@ -108,11 +114,11 @@ bool CSliderDemo::event(QEvent* event) {
   const int type = static_cast<int>(event->type());
   if (type != WM_SLIDER_MOVING && type != WM_SLIDER_MOVED) return QWidget::event(event);
   const auto* moved = static_cast<const CSliderEvent*>(event);
-  m_pLog->insertItem(0, QStringLiteral("%1  %2  pos %3")
-                            .arg(type == WM_SLIDER_MOVING ? QStringLiteral("MOVING")
-                                                          : QStringLiteral("MOVED "))
-                            .arg(moved->ControlId())
-                            .arg(moved->Position()));
+  m_pLog->insertItem(
+      0, QStringLiteral("%1  %2  pos %3")
+             .arg(type == WM_SLIDER_MOVING ? QStringLiteral("MOVING") : QStringLiteral("MOVED "))
+             .arg(moved->ControlId())
+             .arg(moved->Position()));
   while (m_pLog->count() > kLogLines) delete m_pLog->takeItem(m_pLog->count() - 1);
   ShowPositions();
   return true;

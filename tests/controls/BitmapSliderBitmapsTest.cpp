@@ -27,8 +27,8 @@ TEST(SliderBitmaps, ResourceChannelGivesTheControlItsSize) {
 }
 
 TEST(SliderBitmaps, EveryResourceBitmapLoads) {
-  for (uint32_t id : {101u, 102u, 103u, 104u, 111u, 112u, 113u, 114u, 201u, 202u, 203u, 204u,
-                      211u, 212u, 213u, 214u}) {
+  for (uint32_t id : {101u, 102u, 103u, 104u, 111u, 112u, 113u, 114u, 201u, 202u, 203u, 204u, 211u,
+                      212u, 213u, 214u}) {
     CBitmapSlider slider;
     EXPECT_TRUE(slider.SetBitmapThumb(id)) << id;
     EXPECT_FALSE(slider.m_bmThumb.isNull()) << id;
@@ -56,8 +56,8 @@ TEST(SliderBitmaps, KeyFromThePixelMasksEveryPixelOfThatColour) {
   const QImage& mask = slider.m_bmThumbMask;
   ASSERT_EQ(mask.size(), slider.m_bmThumb.size());
   EXPECT_EQ(mask.format(), QImage::Format_Mono);
-  EXPECT_EQ(mask.pixelIndex(0, 0), 1);    // magenta corner
-  EXPECT_EQ(mask.pixelIndex(8, 12), 0);   // the knob
+  EXPECT_EQ(mask.pixelIndex(0, 0), 1);          // magenta corner
+  EXPECT_EQ(mask.pixelIndex(8, 12), 0);         // the knob
   EXPECT_EQ(slider.m_bmThumb.pixel(0, 0), 0u);  // keyed pixels turn black (and clear)
   EXPECT_EQ(qAlpha(slider.m_bmThumb.pixel(8, 12)), 255);
   EXPECT_EQ(slider.m_bmThumbActiveMask.pixelIndex(0, 0), 1);

@@ -144,12 +144,12 @@ TEST_F(SliderPaint, KeyedPixelsShowWhatLiesBelow) {
   m_pSlider->SetBitmapThumb(kTestThumb, 0, true, kMagentaRef);
   m_pSlider->SetPos(50);  // thumb columns 90..109
   const QImage shown = Paint();
-  EXPECT_EQ(At(shown, 30, 2), kGreen);   // keyed channel: the parent
+  EXPECT_EQ(At(shown, 30, 2), kGreen);  // keyed channel: the parent
   EXPECT_EQ(At(shown, 30, 10), kGrey);
-  EXPECT_EQ(At(shown, 95, 2), kGreen);   // keyed in both: still the parent
-  EXPECT_EQ(At(shown, 95, 10), kGrey);   // keyed thumb: the channel
+  EXPECT_EQ(At(shown, 95, 2), kGreen);  // keyed in both: still the parent
+  EXPECT_EQ(At(shown, 95, 10), kGrey);  // keyed thumb: the channel
   EXPECT_EQ(At(shown, 95, 12), kRed);
-  EXPECT_EQ(At(shown, 95, 0), kRed);     // the thumb covers the keyed channel
+  EXPECT_EQ(At(shown, 95, 0), kRed);  // the thumb covers the keyed channel
 }
 
 TEST_F(SliderPaint, KeyReadFromAPixelWorksAsTheColour) {
@@ -307,7 +307,7 @@ TEST_F(SliderPaint, ControlSmallerThanItsThumbPaintsWithoutHarm) {
   for (int32_t pos : {0, 50, 100}) {
     m_pSlider->SetPos(pos);
     const QImage shown = Paint();
-    EXPECT_EQ(At(shown, 5, 5), kRed) << pos;  // the thumb, clipped to the control
+    EXPECT_EQ(At(shown, 5, 5), kRed) << pos;     // the thumb, clipped to the control
     EXPECT_EQ(At(shown, 15, 5), kGreen) << pos;  // nothing outside the control
   }
   m_pSlider->SetVertical(true);

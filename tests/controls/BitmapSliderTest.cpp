@@ -1,10 +1,9 @@
 // Defaults, range, position, margins and pixel geometry of the bitmap slider.
-#include "controls/BitmapSlider.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 
+#include "controls/BitmapSlider.h"
 #include "tests/support/SliderTesting.h"
 
 namespace tachyrun {
@@ -91,7 +90,7 @@ TEST(BitmapSlider, VerticalTrackGrowsDownward) {
   slider.SetBitmapChannel(kTestChannel);
   slider.SetBitmapThumb(kTestThumb);
   slider.SetMargin(0, 4, 0, 6);
-  EXPECT_EQ(slider.Pos2Pixel(0), 14);    // the top
+  EXPECT_EQ(slider.Pos2Pixel(0), 14);     // the top
   EXPECT_EQ(slider.Pos2Pixel(100), 184);  // 4 + 10 + 170
   EXPECT_EQ(slider.Pixel2Pos(14), 0);
   EXPECT_EQ(slider.Pixel2Pos(184), 100);

@@ -1,12 +1,12 @@
 // The double buffer: one copy at destruction, in the real painter's logical
 // coordinates, nothing on an empty area, and the real painter on a paged device.
-#include "controls/MemDC.h"
-
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
 #include <QPdfWriter>
 #include <QTemporaryDir>
+
+#include "controls/MemDC.h"
 
 namespace tachyrun {
 namespace {

@@ -1,10 +1,10 @@
 // The slider's blits on an image (all four bytes, so clear pixels stay clear)
 // and on any other painter (Qt's raster operations, opaque results).
-#include "controls/RasterOps.h"
-
 #include <gtest/gtest.h>
 
 #include <QPixmap>
+
+#include "controls/RasterOps.h"
 
 namespace tachyrun {
 namespace {

@@ -1,21 +1,20 @@
 // The demo window: three sliders from the resource bitmaps, and the list of
 // notifications it receives.
-#include "controls/demo/SliderDemo.h"
-
 #include <gtest/gtest.h>
 
 #include <QListWidget>
 #include <QTest>
 
 #include "controls/BitmapSlider.h"
+#include "controls/demo/SliderDemo.h"
 
 namespace tachyrun {
 namespace {
 
 TEST(SliderDemo, BuildsThreeSlidersFromTheResourceBitmaps) {
   CSliderDemo demo;
-  for (int32_t id : {CSliderDemo::kHorizontalId, CSliderDemo::kVerticalId,
-                     CSliderDemo::kTransparentId}) {
+  for (int32_t id :
+       {CSliderDemo::kHorizontalId, CSliderDemo::kVerticalId, CSliderDemo::kTransparentId}) {
     const CBitmapSlider* slider = demo.Slider(id);
     ASSERT_NE(slider, nullptr) << id;
     EXPECT_EQ(slider->m_bChannelLoaded, 1) << id;

@@ -22,8 +22,12 @@ struct SliderNote {
   bool operator==(const SliderNote&) const = default;
 };
 
-inline SliderNote Moving(int32_t id, int32_t pos) { return {WM_SLIDER_MOVING, id, pos}; }
-inline SliderNote Moved(int32_t id, int32_t pos) { return {WM_SLIDER_MOVED, id, pos}; }
+inline SliderNote Moving(int32_t id, int32_t pos) {
+  return {WM_SLIDER_MOVING, id, pos};
+}
+inline SliderNote Moved(int32_t id, int32_t pos) {
+  return {WM_SLIDER_MOVED, id, pos};
+}
 
 inline std::ostream& operator<<(std::ostream& out, const SliderNote& note) {
   return out << (note.iType == WM_SLIDER_MOVING ? "MOVING(" : "MOVED(") << note.iControlId << ", "
@@ -86,6 +90,8 @@ inline void Register(int w, int h, int tw, int th) {
 }
 
 // What the widget shows, painted through its own paint event.
-inline QImage Shown(QWidget& widget) { return widget.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+inline QImage Shown(QWidget& widget) {
+  return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
 
 }  // namespace tachyrun::testing
