@@ -24,16 +24,16 @@ CMemDC::CMemDC(QPainter* pDC, const QRect* pRect)
   m_rect = pRect != nullptr ? *pRect : ClipBox(pDC);
   if (!m_bMemDC) return;  // a second name of the real painter: Dc() hands it out
 
-  // The image is counted in device pixels...
+  // The image is counted in device pixels (the painter's mapping includes
+  // the device's pixel ratio)...
   const QTransform toDevice = pDC->combinedTransform();
   const QRect deviceRect = toDevice.mapRect(m_rect);
-  const qreal ratio = pDC->device() != nullptr ? pDC->device()->devicePixelRatio() : 1.0;
   if (deviceRect.isEmpty()) {
     m_rect = QRect();  // no area: nothing to draw on and nothing to copy
     return;
   }
-  m_bitmap = QImage(deviceRect.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-  m_bitmap.setDevicePixelRatio(ratio);
+  m_bitmap = QImage(deviceRect.size(), QImage::Format_ARGB32_Premultiplied);
+  if (m_bitmap.isNull()) return;  // too large to allocate: nothing to draw on
   // ...and starts clear, so that what nobody draws on shows what lies below.
   m_bitmap.fill(Qt::transparent);
   m_pOldBitmap = m_painter.device();

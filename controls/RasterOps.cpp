@@ -9,46 +9,71 @@ namespace {
 constexpr QImage::Format kFormat = QImage::Format_ARGB32_Premultiplied;
 constexpr QRgb kColourBits = 0x00FFFFFFu;
 
-// The image under a painter whose logical coordinates are its pixels moved by
-// a whole offset; null for any other painter.
-const QImage* DirectImage(QPainter& painter, QPoint* offset) {
-  if (!painter.isActive() || painter.device() == nullptr) return nullptr;
-  if (painter.device()->devType() != QInternal::Image) return nullptr;
-  const auto* image = static_cast<const QImage*>(painter.device());
-  if (image->format() != kFormat || image->devicePixelRatio() != 1.0) return nullptr;
-  const QTransform t = painter.combinedTransform();
-  if (t.type() > QTransform::TxTranslate || t.dx() != std::trunc(t.dx()) ||
-      t.dy() != std::trunc(t.dy())) {
-    return nullptr;
+// A painter over an image whose device pixels are its logical ones scaled by
+// a whole number (the image's pixel ratio) and moved by a whole offset.
+struct DirectTarget {
+  const QImage* image = nullptr;  // null: no such painter
+  int scale = 1;
+  QPoint offset;
+
+  QRect DeviceRect(const QRect& logical) const {
+    return QRect(logical.topLeft() * scale + offset, logical.size() * scale);
   }
-  *offset = QPoint(static_cast<int>(t.dx()), static_cast<int>(t.dy()));
-  return image;
+};
+
+bool IsWhole(qreal value) {
+  return value == std::trunc(value);
+}
+
+DirectTarget DirectImage(QPainter& painter) {
+  if (!painter.isActive() || painter.device() == nullptr) return {};
+  if (painter.device()->devType() != QInternal::Image) return {};
+  const auto* image = static_cast<const QImage*>(painter.device());
+  if (image->format() != kFormat) return {};
+  const QTransform t = painter.deviceTransform();  // pixel ratio included
+  if (t.type() > QTransform::TxScale || t.m11() != t.m22() || t.m11() < 1 || t.m11() > 16 ||
+      !IsWhole(t.m11()) || !IsWhole(t.dx()) || !IsWhole(t.dy())) {
+    return {};
+  }
+  return {image, static_cast<int>(t.m11()),
+          QPoint(static_cast<int>(t.dx()), static_cast<int>(t.dy()))};
 }
 
 QImage InFormat(const QImage& image) {
   return image.format() == kFormat ? image : image.convertToFormat(kFormat);
 }
 
-// Puts pixels back through the painter, replacing what stands there.
-void PutBack(QPainter& dest, const QPoint& at, const QImage& pixels) {
+// Puts device pixels back through the painter, replacing what stands there.
+void PutBack(QPainter& dest, const DirectTarget& target, const QPoint& at, QImage pixels) {
+  pixels.setDevicePixelRatio(target.scale);
   dest.save();
   dest.setCompositionMode(QPainter::CompositionMode_Source);
   dest.drawImage(at, pixels);
   dest.restore();
 }
 
-void CombineDirect(QPainter& dest, const QImage& target, const QPoint& offset, const QPoint& at,
-                   const QImage& src, const QRect& srcRect, RasterOp op) {
-  QImage pixels = target.copy(QRect(at + offset, srcRect.size()));
-  for (int row = 0; row < srcRect.height(); ++row) {
+// AND or OR of src's piece srcRect onto the target at the logical point at;
+// each source pixel covers scale x scale device pixels.
+void CombineDirect(QPainter& dest, const DirectTarget& target, const QPoint& at, const QImage& src,
+                   const QRect& srcRect, RasterOp op) {
+  QImage pixels = target.image->copy(target.DeviceRect(QRect(at, srcRect.size())));
+  for (int row = 0; row < pixels.height(); ++row) {
     auto* out = reinterpret_cast<QRgb*>(pixels.scanLine(row));
     const auto* in =
-        reinterpret_cast<const QRgb*>(src.constScanLine(srcRect.top() + row)) + srcRect.left();
-    for (int col = 0; col < srcRect.width(); ++col) {
-      out[col] = op == RasterOp::kAnd ? (out[col] & in[col]) : (out[col] | in[col]);
+        reinterpret_cast<const QRgb*>(src.constScanLine(srcRect.top() + row / target.scale)) +
+        srcRect.left();
+    for (int col = 0; col < pixels.width(); ++col) {
+      const QRgb s = in[col / target.scale];
+      out[col] = op == RasterOp::kAnd ? (out[col] & s) : (out[col] | s);
     }
   }
-  PutBack(dest, at, pixels);
+  PutBack(dest, target, at, pixels);
+}
+
+bool OnDottedOutline(const QRect& rect, int x, int y) {
+  const bool outline =
+      x == rect.left() || x == rect.right() || y == rect.top() || y == rect.bottom();
+  return outline && ((x + y) & 1) == 0;
 }
 
 }  // namespace
@@ -67,9 +92,9 @@ void BitBlt(QPainter& dest, int x, int y, int w, int h, const QImage& src, int s
     dest.restore();
     return;
   }
-  QPoint offset;
-  if (const QImage* target = DirectImage(dest, &offset)) {
-    CombineDirect(dest, *target, offset, at, pixels, srcRect, op);
+  const DirectTarget target = DirectImage(dest);
+  if (target.image != nullptr) {
+    CombineDirect(dest, target, at, pixels, srcRect, op);
     return;
   }
   dest.save();
@@ -93,36 +118,42 @@ void StretchBlt(QPainter& dest, const QRect& destRect, const QImage& src, const 
 
 void InvertFocusRect(QPainter& dest, const QRect& rect) {
   if (rect.width() <= 0 || rect.height() <= 0 || !dest.isActive()) return;
-  QPoint offset;
-  const QImage* target = DirectImage(dest, &offset);
-  QImage pixels = target != nullptr ? target->copy(rect.translated(offset)) : QImage();
-  dest.save();
-  dest.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-  dest.setPen(QPen(Qt::white, 0));
-  for (int y = rect.top(); y <= rect.bottom(); ++y) {
-    const bool edgeRow = y == rect.top() || y == rect.bottom();
-    const int step = edgeRow ? 1 : std::max(1, rect.width() - 1);
-    for (int x = rect.left(); x <= rect.right(); x += step) {
-      if (((x + y) & 1) != 0) continue;  // the dotted pattern
-      if (target == nullptr) {
-        dest.drawPoint(x, y);
-        continue;
-      }
-      QRgb& pixel = reinterpret_cast<QRgb*>(pixels.scanLine(y - rect.top()))[x - rect.left()];
-      if (qAlpha(pixel) != 0) pixel ^= kColourBits;
+  const DirectTarget target = DirectImage(dest);
+  if (target.image == nullptr) {
+    dest.save();
+    dest.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+    dest.setPen(QPen(Qt::white, 0));
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+      for (int x = rect.left(); x <= rect.right(); ++x)
+        if (OnDottedOutline(rect, x, y)) dest.drawPoint(x, y);
+    dest.restore();
+    return;
+  }
+  QImage pixels = target.image->copy(target.DeviceRect(rect));
+  for (int row = 0; row < pixels.height(); ++row) {
+    auto* line = reinterpret_cast<QRgb*>(pixels.scanLine(row));
+    const int y = rect.top() + row / target.scale;
+    for (int col = 0; col < pixels.width(); ++col) {
+      if (!OnDottedOutline(rect, rect.left() + col / target.scale, y)) continue;
+      if (qAlpha(line[col]) != 0) line[col] ^= kColourBits;
     }
   }
-  dest.restore();
-  if (target != nullptr) PutBack(dest, rect.topLeft(), pixels);
+  PutBack(dest, target, rect.topLeft(), pixels);
 }
 
 QImage CopyArea(QPainter& src, const QRect& rect) {
   if (rect.width() <= 0 || rect.height() <= 0) return QImage();
-  QPoint offset;
-  if (const QImage* image = DirectImage(src, &offset)) return image->copy(rect.translated(offset));
-  QImage clear(rect.size(), kFormat);
-  clear.fill(Qt::transparent);
-  return clear;
+  QImage area(rect.size(), kFormat);
+  area.fill(Qt::transparent);
+  const DirectTarget target = DirectImage(src);
+  if (target.image == nullptr) return area;
+  // One device pixel of each scale x scale block: the bitmaps drawn there
+  // cover whole blocks.
+  const QImage pixels = target.image->copy(target.DeviceRect(rect));
+  for (int y = 0; y < rect.height(); ++y)
+    for (int x = 0; x < rect.width(); ++x)
+      area.setPixel(x, y, pixels.pixel(x * target.scale, y * target.scale));
+  return area;
 }
 
 }  // namespace tachyrun

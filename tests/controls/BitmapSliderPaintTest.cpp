@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "controls/BitmapSlider.h"
+#include "controls/MemDC.h"
 #include "tests/support/SliderTesting.h"
 
 namespace tachyrun {
@@ -19,6 +20,7 @@ class CSliderProbe : public CBitmapSlider {
  public:
   using CBitmapSlider::CBitmapSlider;
   using CBitmapSlider::DrawChannel;
+  using CBitmapSlider::DrawThumb;
 };
 
 constexpr QRgb kClear = 0u;
@@ -180,6 +182,35 @@ TEST_F(SliderPaint, MasksOfTheTwoChannelsStandCrossed) {
   EXPECT_EQ(target.pixel(50, 8), kClear);
   EXPECT_EQ(target.pixel(50, 0), kWhite);
   EXPECT_EQ(target.pixel(50, 5), kBlue);
+}
+
+TEST_F(SliderPaint, KeyedPixelsStayClearOnADoubleDensityBuffer) {
+  CBitmapSlider::RegisterBitmap(kTestChannel, KeyedRows(200, 20, kGrey, 0, 5));
+  CBitmapSlider::RegisterBitmap(kTestChannelActive, KeyedRows(200, 20, kBlue, 0, 5));
+  QImage thumb = Solid(20, 20, kRed);
+  thumb.setPixel(3, 10, kMagenta);
+  CBitmapSlider::RegisterBitmap(kTestThumb, thumb);
+  CSliderProbe probe;
+  probe.SetBitmapChannel(kTestChannel, kTestChannelActive, true, kMagentaRef);
+  probe.SetBitmapThumb(kTestThumb, 0, true, kMagentaRef);
+  QImage screen(400, 40, QImage::Format_ARGB32_Premultiplied);  // 200 x 20 at ratio 2
+  screen.setDevicePixelRatio(2);
+  screen.fill(kGreen);
+  {
+    QPainter painter(&screen);
+    const QRect area(0, 0, 200, 20);
+    CMemDC dc(&painter, &area);
+    ASSERT_EQ(dc.m_bitmap.size(), QSize(400, 40));
+    probe.DrawChannel(*dc, 100);
+    probe.DrawThumb(*dc, 100);  // columns 90..109
+  }
+  EXPECT_EQ(screen.pixel(61, 5), kGreen);   // logical (30, 2): keyed channel
+  EXPECT_EQ(screen.pixel(61, 21), kBlue);   // logical (30, 10)
+  EXPECT_EQ(screen.pixel(301, 21), kGrey);  // logical (150, 10)
+  EXPECT_EQ(screen.pixel(186, 21), kBlue);  // logical (93, 10): keyed thumb
+  EXPECT_EQ(screen.pixel(189, 21), kRed);   // logical (94, 10)
+  EXPECT_EQ(probe.m_iThumbBgX, 90);
+  EXPECT_EQ(probe.m_bmThumbBg.pixel(3, 10), kBlue);
 }
 
 TEST_F(SliderPaint, BackgroundUnderTheThumbIsSavedAndPutBack) {

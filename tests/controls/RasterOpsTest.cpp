@@ -142,6 +142,32 @@ TEST(RasterOps, FocusRectangleOnAPixmapIsAnXor) {
   EXPECT_EQ(result.pixel(1, 0), kOlive);
 }
 
+TEST(RasterOps, OnAScaledImageEachSourcePixelCoversABlock) {
+  QImage target = Filled(8, 4, kClear);  // 4 x 2 logical pixels
+  target.setDevicePixelRatio(2);
+  QImage source = Filled(2, 1, kTeal);
+  source.setPixel(0, 0, kClear);
+  {
+    QPainter painter(&target);
+    painter.translate(1, 1);
+    BitBlt(painter, 0, -1, 2, 1, KeepClearMask(), 0, 0, RasterOp::kAnd);
+    BitBlt(painter, 0, -1, 2, 1, source, 0, 0, RasterOp::kPaint);
+    InvertFocusRect(painter, QRect(-1, -1, 4, 2));
+    const QImage piece = CopyArea(painter, QRect(0, -1, 2, 1));
+    ASSERT_EQ(piece.size(), QSize(2, 1));
+    EXPECT_EQ(piece.pixel(0, 0), kClear);
+    EXPECT_EQ(piece.pixel(1, 0), kTeal ^ 0x00FFFFFFu);
+  }
+  // Logical (1, 0) and (2, 0) are device columns 2-3 and 4-5, rows 0-1.
+  for (int y = 0; y < 2; ++y) {
+    EXPECT_EQ(target.pixel(2, y), kClear);
+    EXPECT_EQ(target.pixel(3, y), kClear);
+    EXPECT_EQ(target.pixel(4, y), kTeal ^ 0x00FFFFFFu);  // on the dotted outline
+    EXPECT_EQ(target.pixel(5, y), kTeal ^ 0x00FFFFFFu);
+  }
+  EXPECT_EQ(target.pixel(4, 2), kClear);
+}
+
 TEST(RasterOps, CopyAreaReadsTheImageInLogicalCoordinates) {
   QImage target = Filled(10, 10, kOlive);
   target.setPixel(6, 7, kTeal);
