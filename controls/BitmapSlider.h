@@ -21,18 +21,18 @@ using COLORREF = uint32_t;
 // As a key colour: read the key from the bitmap's pixel (pixelX, pixelY).
 inline constexpr COLORREF kKeyFromPixel = 0xFF000000u;
 
-// Windows virtual-key codes of the keys the slider handles.
-inline constexpr uint32_t VK_PRIOR = 33;
-inline constexpr uint32_t VK_NEXT = 34;
-inline constexpr uint32_t VK_END = 35;
-inline constexpr uint32_t VK_HOME = 36;
-inline constexpr uint32_t VK_LEFT = 37;
-inline constexpr uint32_t VK_UP = 38;
-inline constexpr uint32_t VK_RIGHT = 39;
-inline constexpr uint32_t VK_DOWN = 40;
-
 class CBitmapSlider : public QWidget {
  public:
+  // Windows virtual-key codes of the keys the slider handles.
+  static constexpr uint32_t VK_PRIOR = 33;
+  static constexpr uint32_t VK_NEXT = 34;
+  static constexpr uint32_t VK_END = 35;
+  static constexpr uint32_t VK_HOME = 36;
+  static constexpr uint32_t VK_LEFT = 37;
+  static constexpr uint32_t VK_UP = 38;
+  static constexpr uint32_t VK_RIGHT = 39;
+  static constexpr uint32_t VK_DOWN = 40;
+
   explicit CBitmapSlider(QWidget* parent = nullptr);
   ~CBitmapSlider() override;
 

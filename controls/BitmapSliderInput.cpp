@@ -14,21 +14,21 @@ namespace {
 uint32_t VirtualKeyOf(int key) {
   switch (key) {
     case Qt::Key_PageUp:
-      return VK_PRIOR;
+      return CBitmapSlider::VK_PRIOR;
     case Qt::Key_PageDown:
-      return VK_NEXT;
+      return CBitmapSlider::VK_NEXT;
     case Qt::Key_End:
-      return VK_END;
+      return CBitmapSlider::VK_END;
     case Qt::Key_Home:
-      return VK_HOME;
+      return CBitmapSlider::VK_HOME;
     case Qt::Key_Left:
-      return VK_LEFT;
+      return CBitmapSlider::VK_LEFT;
     case Qt::Key_Up:
-      return VK_UP;
+      return CBitmapSlider::VK_UP;
     case Qt::Key_Right:
-      return VK_RIGHT;
+      return CBitmapSlider::VK_RIGHT;
     case Qt::Key_Down:
-      return VK_DOWN;
+      return CBitmapSlider::VK_DOWN;
     default:
       return 0;
   }

@@ -183,7 +183,7 @@ TEST_F(SliderInput, DisabledSliderIgnoresMouseAndKeys) {
   EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
   Release(m_pSlider, 150, 10);
   QTest::keyClick(m_pSlider, Qt::Key_End);
-  EXPECT_FALSE(m_pSlider->OnKeyDown(VK_END, 0, 0));
+  EXPECT_FALSE(m_pSlider->OnKeyDown(CBitmapSlider::VK_END, 0, 0));
   EXPECT_EQ(m_pSlider->GetPos(), 0);
   EXPECT_TRUE(m_Parent.Deliver().empty());
 }
@@ -253,7 +253,7 @@ TEST_F(SliderInput, OtherKeysPostNothing) {
 TEST_F(SliderInput, WithoutParentNothingIsPosted) {
   CBitmapSlider alone;
   alone.SetPos(50);
-  EXPECT_TRUE(alone.OnKeyDown(VK_NEXT, 0, 0));
+  EXPECT_TRUE(alone.OnKeyDown(CBitmapSlider::VK_NEXT, 0, 0));
   EXPECT_EQ(alone.GetPos(), 70);
 }
 

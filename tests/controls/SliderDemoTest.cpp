@@ -42,7 +42,8 @@ TEST(SliderDemo, ListsTheNotificationsItReceivesNewestFirst) {
 TEST(SliderDemo, LogKeepsABoundedNumberOfLines) {
   CSliderDemo demo;
   CBitmapSlider* slider = demo.Slider(CSliderDemo::kHorizontalId);
-  for (int i = 0; i < CSliderDemo::kLogLines + 50; ++i) slider->OnKeyDown(VK_RIGHT, 0, 0);
+  for (int i = 0; i < CSliderDemo::kLogLines + 50; ++i)
+    slider->OnKeyDown(CBitmapSlider::VK_RIGHT, 0, 0);
   QCoreApplication::sendPostedEvents(&demo, 0);
   EXPECT_EQ(demo.Log()->count(), CSliderDemo::kLogLines);
   EXPECT_EQ(demo.Log()->item(0)->text(), QStringLiteral("MOVED   1001  pos 100"));
