@@ -49,9 +49,7 @@ class SliderInput : public ::testing::Test {
   // One pixel per value: a 220-pixel channel, a 20-pixel thumb, range 0..200,
   // so the thumb's centre is at pos + 10.
   void Exact() {
-    Register(220, 20, 20, 20);
-    m_pSlider->SetBitmapChannel(kTestChannel);
-    m_pSlider->SetBitmapThumb(kTestThumb);
+    LoadTestBitmaps(*m_pSlider, 220, 20, 20, 20);
     m_pSlider->SetRange(0, 200);
   }
 
@@ -114,10 +112,8 @@ TEST_F(SliderInput, HalfAThumbFromTheCentreStillGrabs) {
 }
 
 TEST_F(SliderInput, VerticalDragFollowsTheRows) {
-  Register(20, 220, 20, 20);
   m_pSlider->SetVertical(true);
-  m_pSlider->SetBitmapChannel(kTestChannel);
-  m_pSlider->SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(*m_pSlider, 20, 220, 20, 20);
   m_pSlider->SetRange(0, 200);
   Press(m_pSlider, 300, 110);  // x plays no part
   Move(m_pSlider, 0, -40);     // held at the top
@@ -126,9 +122,7 @@ TEST_F(SliderInput, VerticalDragFollowsTheRows) {
 }
 
 TEST_F(SliderInput, TooSmallControlClampsInTheirOrder) {
-  Register(10, 10, 20, 20);
-  m_pSlider->SetBitmapChannel(kTestChannel);
-  m_pSlider->SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(*m_pSlider, 10, 10, 20, 20);
   // Horizontal: the lower limit first, then the upper one wins.
   Press(m_pSlider, 5, 5);
   EXPECT_EQ(m_pSlider->GetPos(), 100);

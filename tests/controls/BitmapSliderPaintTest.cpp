@@ -53,9 +53,7 @@ class SliderPaint : public ::testing::Test {
 };
 
 TEST_F(SliderPaint, ThumbStandsCentredOnPos2Pixel) {
-  Register(200, 20, 20, 20);
-  m_pSlider->SetBitmapChannel(kTestChannel);
-  m_pSlider->SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(*m_pSlider, 200, 20, 20, 20);
   for (int32_t pos : {0, 37, 50, 100}) {
     m_pSlider->SetPos(pos);
     const int left = m_pSlider->Pos2Pixel(pos) - 10;
@@ -72,9 +70,7 @@ TEST_F(SliderPaint, ThumbStandsCentredOnPos2Pixel) {
 }
 
 TEST_F(SliderPaint, ThumbStandsAtTheTopMargin) {
-  Register(200, 30, 20, 20);
-  m_pSlider->SetBitmapChannel(kTestChannel);
-  m_pSlider->SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(*m_pSlider, 200, 30, 20, 20);
   m_pSlider->SetMargin(0, 6, 0, 0);
   const QImage shown = Paint();
   EXPECT_EQ(At(shown, 5, 5), kGrey);
@@ -237,9 +233,7 @@ TEST_F(SliderPaint, BackgroundUnderTheThumbIsSavedAndPutBack) {
 }
 
 TEST_F(SliderPaint, OpaqueChannelSavesNoBackground) {
-  Register(200, 20, 20, 20);
-  m_pSlider->SetBitmapChannel(kTestChannel);
-  m_pSlider->SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(*m_pSlider, 200, 20, 20, 20);
   Paint();
   EXPECT_EQ(m_pSlider->m_iThumbBgX, -1);
   EXPECT_TRUE(m_pSlider->m_bmThumbBg.isNull());

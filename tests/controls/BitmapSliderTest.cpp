@@ -40,10 +40,9 @@ TEST(BitmapSlider, FieldsStartWithTheirDefaults) {
 }
 
 TEST(BitmapSlider, EndsOfTheRangeSitHalfAThumbInside) {
-  Register(200, 20, 20, 20);
   CBitmapSlider slider;
-  ASSERT_TRUE(slider.SetBitmapChannel(kTestChannel));
-  ASSERT_TRUE(slider.SetBitmapThumb(kTestThumb));
+  LoadTestBitmaps(slider, 200, 20, 20, 20);
+  ASSERT_TRUE(slider.m_bChannelLoaded && slider.m_bThumbLoaded);
   EXPECT_EQ(slider.Pos2Pixel(0), 10);
   EXPECT_EQ(slider.Pos2Pixel(100), 190);
   EXPECT_EQ(slider.Pos2Pixel(50), 100);
@@ -52,10 +51,8 @@ TEST(BitmapSlider, EndsOfTheRangeSitHalfAThumbInside) {
 }
 
 TEST(BitmapSlider, MarginsNarrowTheTrack) {
-  Register(200, 20, 20, 20);
   CBitmapSlider slider;
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 200, 20, 20, 20);
   slider.SetMargin(5, 1, 15, 2);
   EXPECT_EQ(slider.m_iMarginLeft, 5);
   EXPECT_EQ(slider.m_iMarginTop, 1);
@@ -73,22 +70,18 @@ TEST(BitmapSlider, MarginsNarrowTheTrack) {
 }
 
 TEST(BitmapSlider, PixelsTruncateSoARoundTripCanLandLower) {
-  Register(200, 20, 20, 20);
   CBitmapSlider slider;
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 200, 20, 20, 20);
   EXPECT_EQ(slider.Pos2Pixel(1), 11);  // 10 + trunc(1.8)
   EXPECT_EQ(slider.Pixel2Pos(11), 0);  // trunc(0.555...)
   EXPECT_EQ(slider.Pos2Pixel(slider.Pixel2Pos(11)), 10);
 }
 
 TEST(BitmapSlider, VerticalTrackGrowsDownward) {
-  Register(20, 200, 20, 20);
   CBitmapSlider slider;
   slider.SetVertical(true);
   EXPECT_EQ(slider.m_bVertical, 1);
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 20, 200, 20, 20);
   slider.SetMargin(0, 4, 0, 6);
   EXPECT_EQ(slider.Pos2Pixel(0), 14);     // the top
   EXPECT_EQ(slider.Pos2Pixel(100), 184);  // 4 + 10 + 170
@@ -134,10 +127,8 @@ TEST(BitmapSlider, SetPageSizeReturnsThePreviousPage) {
 }
 
 TEST(BitmapSlider, EmptyRangeGivesTheStartOfTheTrack) {
-  Register(200, 20, 20, 20);
   CBitmapSlider slider;
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 200, 20, 20, 20);
   slider.SetRange(50, 50);
   slider.SetPos(70);
   EXPECT_EQ(slider.GetPos(), 50);
@@ -152,10 +143,8 @@ TEST(BitmapSlider, EmptyRangeGivesTheStartOfTheTrack) {
 }
 
 TEST(BitmapSlider, TrackOfNoLengthGivesDefinedValues) {
-  Register(20, 20, 20, 20);  // the thumb fills the control
   CBitmapSlider slider;
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 20, 20, 20, 20);  // the thumb fills the control
   EXPECT_EQ(slider.Pos2Pixel(50), 10);
   EXPECT_EQ(slider.Pixel2Pos(10), 0);  // 0 / 0
   EXPECT_EQ(slider.Pixel2Pos(15), std::numeric_limits<int32_t>::max());
@@ -163,10 +152,8 @@ TEST(BitmapSlider, TrackOfNoLengthGivesDefinedValues) {
 }
 
 TEST(BitmapSlider, ExtremeValuesNeverOverflow) {
-  Register(200, 20, 20, 20);
   CBitmapSlider slider;
-  slider.SetBitmapChannel(kTestChannel);
-  slider.SetBitmapThumb(kTestThumb);
+  LoadTestBitmaps(slider, 200, 20, 20, 20);
   constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
   constexpr int32_t kMin = std::numeric_limits<int32_t>::min();
   slider.SetRange(kMin, kMax);

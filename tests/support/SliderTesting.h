@@ -89,6 +89,13 @@ inline void Register(int w, int h, int tw, int th) {
   CBitmapSlider::RegisterBitmap(kTestThumbActive, Solid(tw, th, kYellow));
 }
 
+// Registers the test bitmaps and loads the plain channel and thumb.
+inline void LoadTestBitmaps(CBitmapSlider& slider, int w, int h, int tw, int th) {
+  Register(w, h, tw, th);
+  slider.SetBitmapChannel(kTestChannel);
+  slider.SetBitmapThumb(kTestThumb);
+}
+
 // What the widget shows, painted through its own paint event.
 inline QImage Shown(QWidget& widget) {
   return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
