@@ -5,7 +5,7 @@
 #include <cstring>
 #include <memory>
 
-#include "tests/project/ProjectTestUtil.h"
+#include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
 

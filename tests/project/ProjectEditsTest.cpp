@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "project/ProjectNames.h"
-#include "tests/project/ProjectTestUtil.h"
+#include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
 

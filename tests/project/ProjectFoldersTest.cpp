@@ -7,7 +7,7 @@
 #include <string>
 
 #include "project/ProjectNames.h"
-#include "tests/project/ProjectTestUtil.h"
+#include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "project/UndoData.h"
-#include "tests/project/ProjectTestUtil.h"
+#include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "project/UndoData.h"
-#include "tests/project/ProjectTestUtil.h"
+#include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
 
