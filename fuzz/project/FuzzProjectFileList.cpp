@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "files/PathParts.h"
 #include "project/Project.h"
 #include "project/ProjectFileList.h"
 #include "project/TimelineList.h"
