@@ -230,7 +230,7 @@ class CProject : public CObject {
   void ClearStack(CPointerArray<CUndoData>& stack);
   // A snapshot of timeline, with text cut at 100 bytes, into record.
   static void Snapshot(CUndoData& record, const CTimeline& timeline, const char* text);
-  // The path of <folder>/<name><extension>, or -1 when it does not fit.
-  int32_t FolderFilePath(int32_t (CProject::*folder)(char*), const char* name,
-                         const char* extension, char* out);
+  // Removes <folder><name><extension>; nothing for a path that does not fit.
+  void RemoveFolderFile(int32_t (CProject::*folder)(char*), const char* name,
+                        const char* extension);
 };
