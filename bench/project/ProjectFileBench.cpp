@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "files/DataFile.h"
+#include "project/BackupRotation.h"
 #include "project/Timeline.h"
 
 namespace {
@@ -95,6 +97,29 @@ void BM_TimelineSaveLoad(benchmark::State& state) {
   state.counters["file_MB"] = static_cast<double>(bytes) / 1e6;
 }
 BENCHMARK(BM_TimelineSaveLoad)->Unit(benchmark::kMillisecond);
+
+// The same through the stream's default buffer: what SaveFile and LoadFile
+// did before they gave the stream a large one.
+void BM_TimelineSaveLoadDefaultBuffer(benchmark::State& state) {
+  auto timeline = MakeTimeline();
+  const std::string path = TempPath("default.Qzt");
+  for (auto _ : state) {
+    RotateBackupFiles(path.c_str(), 0);
+    FILE* out = OpenDataFile(path.c_str(), false);
+    timeline->Save(out);
+    CloseDataFile(out);
+    auto loaded = std::make_unique<CTimeline>();
+    FILE* in = OpenDataFile(path.c_str(), false);
+    loaded->Load(in);
+    CloseDataFile(in);
+    benchmark::DoNotOptimize(loaded->tracks.GetAt(0)->components.GetCount());
+    state.PauseTiming();
+    loaded.reset();
+    state.ResumeTiming();
+  }
+  RemoveSet(path);
+}
+BENCHMARK(BM_TimelineSaveLoadDefaultBuffer)->Unit(benchmark::kMillisecond);
 
 void BM_TimelineSaveOnly(benchmark::State& state) {
   auto timeline = MakeTimeline();
