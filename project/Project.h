@@ -125,7 +125,7 @@ class CProject : public CObject {
   int32_t AddRepository(CRepository* repository);
   // Removes the stored twin of the argument; with bDeleteFiles 1 removes
   // <name>.Qzt, .Bk1 and .Bk2 from the timeline folder. Marks. -1 for null.
-  // Pass a twin, never the stored object: the name is read after removal.
+  // A twin or the stored object itself may be passed.
   int32_t RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles);
   // The same; with bDeleteFile 1 only <name>.Qzr goes, the backups stay.
   int32_t RemoveRepository(const CRepository* repository, uint8_t bDeleteFile);

@@ -118,12 +118,14 @@ int32_t CProject::AddRepository(CRepository* repository) {
 
 int32_t CProject::RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles) {
   if (timeline == nullptr) return -1;
+  // The name is taken before the removal, so that passing the stored object
+  // itself instead of a twin reads nothing that the removal deleted.
+  char name[kPathBufferSize];
+  NameOf(timeline->szName, name);
   int32_t count = 0;
   const int32_t result = RemoveTwin(*pTimelineList, *timeline, kOwnerRemoveTimeline, &count);
   projectData.iTimelineCount = count;
   if (bDeleteFiles == 1) {
-    char name[kPathBufferSize];
-    NameOf(timeline->szName, name);
     // The timeline and both its backups go.
     for (const char* extension : {projectnames::kTimelineExtension, projectnames::kBackup1Extension,
                                   projectnames::kBackup2Extension}) {
@@ -136,12 +138,12 @@ int32_t CProject::RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles
 
 int32_t CProject::RemoveRepository(const CRepository* repository, uint8_t bDeleteFile) {
   if (repository == nullptr) return -1;
+  char name[kPathBufferSize];
+  NameOf(repository->szName, name);  // before the removal, as above
   int32_t count = 0;
   const int32_t result = RemoveTwin(*pRepositoryList, *repository, kOwnerRemoveRepository, &count);
   projectData.iRepositoryCount = count;
   if (bDeleteFile == 1) {
-    char name[kPathBufferSize];
-    NameOf(repository->szName, name);
     // Only the repository file: unlike a timeline's, its backups stay.
     RemoveFolderFile(&CProject::GetRepositoryDir, name, projectnames::kRepositoryExtension);
   }

@@ -259,8 +259,8 @@ TEST_F(ProjectEdits, MarkChangedMarksInEveryFormAndHooksDoNothing) {
 class ProjectFileRemoval : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_FALSE(scratch.path().empty());
-    PlaceProject(project, scratch.path(), "Show");
+    ASSERT_FALSE(scratch.Root().empty());
+    PlaceProject(project, FolderOf(scratch), "Show");
     project.MakeDirectories();
     char folder[kPathBufferSize];
     project.GetTimelineDir(folder);
@@ -268,7 +268,7 @@ class ProjectFileRemoval : public ::testing::Test {
     project.GetRepositoryDir(folder);
     repositories = folder;
   }
-  ScratchFolder scratch;
+  testsupport::TempDir scratch;
   CProject project;
   std::string timelines;
   std::string repositories;
@@ -324,6 +324,24 @@ TEST_F(ProjectFileRemoval, RemoveWithoutTheFlagLeavesEveryFile) {
   EXPECT_TRUE(Exists(timelines + "Cut.Qzt"));
   EXPECT_EQ(project.RemoveTimeline(twin.get(), 2), 0);  // only 1 deletes files
   EXPECT_TRUE(Exists(timelines + "Cut.Qzt"));
+}
+
+TEST_F(ProjectFileRemoval, TheStoredObjectItselfMayBePassed) {
+  project.AddTimeline(MakeTimeline("Own", 0, 0));
+  auto* repository = new CRepository;
+  std::strcpy(repository->szName, "Bin");
+  project.AddRepository(repository);
+  Touch(timelines + "Own.Qzt");
+  Touch(timelines + "Own.Bk2");
+  Touch(repositories + "Bin.Qzr");
+  // Deleted by the removal; its name was taken before.
+  EXPECT_EQ(project.RemoveTimeline(StoredTimeline(project, 0), 1), 0);
+  EXPECT_EQ(project.RemoveRepository(repository, 1), 0);
+  EXPECT_EQ(project.pTimelineList->GetCount(), 0);
+  EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
+  EXPECT_FALSE(Exists(timelines + "Own.Qzt"));
+  EXPECT_FALSE(Exists(timelines + "Own.Bk2"));
+  EXPECT_FALSE(Exists(repositories + "Bin.Qzr"));
 }
 
 TEST_F(ProjectFileRemoval, RemovingAnUnknownTwinStillMarksAndRemovesItsFiles) {
