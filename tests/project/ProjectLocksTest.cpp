@@ -42,7 +42,7 @@ TEST(ProjectLocks, StateAtTimeWaitsForTheTrack) {
   AddComponent(track.components, 0.0, 400.0, 2);
   CTrackState state{};
   ExpectWaitsFor(track.lockTrack, [&] { track.GetStateAtTime(100.0, &state); });
-  EXPECT_EQ(state.bFound, 1);
+  EXPECT_EQ(+state.bFound, 1);
   EXPECT_EQ(OwnerOf(track.lockTrack), 1);
   EXPECT_EQ(OwnerOf(track.components.m_OuterLock), 2);
 }
