@@ -79,8 +79,9 @@ void AddDeviceCategories(std::vector<Category>* categories) {
 }
 
 void AddFactoryCategories(std::vector<Category>* categories) {
-  GList* factories =
-      gst_element_factory_list_get_elements(GST_ELEMENT_FACTORY_TYPE_ANY, GST_RANK_NONE);
+  // Every factory, whatever its klass says (a factory list by type would
+  // leave out klasses such as "Generic").
+  GList* factories = gst_registry_get_feature_list(gst_registry_get(), GST_TYPE_ELEMENT_FACTORY);
   std::map<std::string, std::map<std::string, std::string>> byKlass;  // klass -> name -> long name
   for (GList* item = factories; item; item = item->next) {
     GstElementFactory* factory = GST_ELEMENT_FACTORY(item->data);

@@ -80,12 +80,15 @@ G_DEFINE_TYPE(TachyrunTestProvider, tachyrun_test_provider, GST_TYPE_DEVICE_PROV
 
 static void tachyrun_test_provider_init(TachyrunTestProvider*) {}
 
-static GstDevice* MakeDevice(const char* name, const char* deviceClass, const char* factory) {
+static GstDevice* MakeDevice(const char* name, const char* deviceClass, const char* factory,
+                             const char* caps) {
   GstStructure* properties =
       gst_structure_new("tachyrun-test", "factory", G_TYPE_STRING, factory, nullptr);
+  GstCaps* deviceCaps = gst_caps_from_string(caps);
   GstDevice* device =
       GST_DEVICE(g_object_new(tachyrun_test_device_get_type(), "display-name", name, "device-class",
-                              deviceClass, "properties", properties, nullptr));
+                              deviceClass, "properties", properties, "caps", deviceCaps, nullptr));
+  gst_caps_unref(deviceCaps);
   gst_structure_free(properties);
   return device;
 }
@@ -93,13 +96,15 @@ static GstDevice* MakeDevice(const char* name, const char* deviceClass, const ch
 static GList* tachyrun_test_provider_probe(GstDeviceProvider*) {
   GList* devices = nullptr;
   if (g_CapturePresent) {
-    devices = g_list_append(
-        devices, MakeDevice("Pinnacle WDM PCTV Video Capture", "Video/Source", "videotestsrc"));
+    devices = g_list_append(devices, MakeDevice("Pinnacle WDM PCTV Video Capture", "Video/Source",
+                                                "videotestsrc", "video/x-raw"));
   }
-  devices = g_list_append(devices, MakeDevice(graphtest::kTwinDeviceName,
-                                              graphtest::kTwinDeviceClassA, "videotestsrc"));
-  devices = g_list_append(devices, MakeDevice(graphtest::kTwinDeviceName,
-                                              graphtest::kTwinDeviceClassB, "audiotestsrc"));
+  devices =
+      g_list_append(devices, MakeDevice(graphtest::kTwinDeviceName, graphtest::kTwinDeviceClassA,
+                                        "videotestsrc", "video/x-raw"));
+  devices =
+      g_list_append(devices, MakeDevice(graphtest::kTwinDeviceName, graphtest::kTwinDeviceClassB,
+                                        "audiotestsrc", "audio/x-raw"));
   return devices;
 }
 
