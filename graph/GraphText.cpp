@@ -19,9 +19,17 @@ bool IsSkipped(const char* property) {
                      [property](const char* skipped) { return g_strcmp0(skipped, property) == 0; });
 }
 
-// A value for the parser: inside double quotes, with quotes and backslashes
-// escaped, so spaces, "!" and "=" in it stay part of the value.
+bool IsBare(const std::string& value) {
+  return !value.empty() && std::all_of(value.begin(), value.end(), [](char c) {
+    return g_ascii_isalnum(c) || std::strchr("_-.:/+", c);
+  });
+}
+
+// A value for the parser: as it stands when it is a plain word, else inside
+// double quotes with quotes and backslashes escaped, so spaces, "!" and "="
+// in it stay part of the value.
 std::string Quoted(const std::string& value) {
+  if (IsBare(value)) return value;
   std::string out = "\"";
   for (char c : value) {
     if (c == '"' || c == '\\') out += '\\';
@@ -35,7 +43,14 @@ bool SerializedProperty(GObject* object, GParamSpec* property, std::string* text
   GValue value = G_VALUE_INIT;
   g_value_init(&value, property->value_type);
   g_object_get_property(object, property->name, &value);
-  gchar* serialized = gst_value_serialize(&value);
+  // Caps read best in their own text form, which the parser takes as well.
+  gchar* serialized = nullptr;
+  if (G_VALUE_HOLDS(&value, GST_TYPE_CAPS)) {
+    const GstCaps* caps = gst_value_get_caps(&value);
+    serialized = caps ? gst_caps_to_string(caps) : nullptr;
+  } else {
+    serialized = gst_value_serialize(&value);
+  }
   g_value_unset(&value);
   if (!serialized) return false;
   *text = serialized;
