@@ -15,6 +15,8 @@ class QLabel;
 class QWidget;
 
 class CPropertyPage : public QDialog {
+  Q_OBJECT
+
  public:
   // Keeps a reference to `element` for the dialog's life.
   CPropertyPage(GstElement* element, QWidget* parent);
