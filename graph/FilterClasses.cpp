@@ -93,8 +93,9 @@ void AddFactoryCategories(std::vector<Category>* categories) {
   gst_plugin_feature_list_free(factories);
   for (const auto& [klass, members] : byKlass) {
     Category& category = CategoryNamed(categories, klass);
-    for (const auto& [factoryName, longName] : members) {
-      category.filters.push_back(FilterEntry{longName, [factoryName](std::string* out) {
+    for (const auto& member : members) {
+      const std::string factoryName = member.first;
+      category.filters.push_back(FilterEntry{member.second, [factoryName](std::string* out) {
                                                *out = factoryName;
                                                return true;
                                              }});
