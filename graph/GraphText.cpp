@@ -78,11 +78,19 @@ bool IsReferable(const char* name) {
   return true;
 }
 
+// A plain bin or pipeline holds what its user put in, which the text can't
+// carry; bins of other factories make their children themselves.
+bool HasChildrenOfTheUser(GstElement* element, GstElementFactory* factory) {
+  const char* name = GST_OBJECT_NAME(factory);
+  return GST_IS_BIN(element) && GST_BIN_NUMCHILDREN(GST_BIN(element)) > 0 &&
+         (g_strcmp0(name, "bin") == 0 || g_strcmp0(name, "pipeline") == 0);
+}
+
 // "factory name=... property=value ..." with the properties that differ
 // from a fresh element of the same factory.
 bool DescribeElement(GstElement* element, std::string* text) {
   GstElementFactory* factory = gst_element_get_factory(element);
-  if (!factory) return false;
+  if (!factory || HasChildrenOfTheUser(element, factory)) return false;
   ElementRef fresh(gst_element_factory_create(factory, nullptr));
   if (!fresh) return false;
   gst_object_ref_sink(fresh.get());  // the floating reference becomes the one fresh holds

@@ -17,8 +17,9 @@
 #include "graph/GraphTypes.h"
 
 // Writes the bin's elements, properties and links to *text. False when an
-// element can't be written: it has no factory, or it is linked while its
-// name can't be referred to in a link (names of letters, digits and "_-:%").
+// element can't be written: it has no factory, it is a plain bin holding
+// elements, or it is linked while its name can't be referred to in a link
+// (names of letters, digits and "_-:%").
 bool WriteGraphText(GstBin* graph, std::string* text);
 
 // Builds what `text` describes and moves it into `graph`: S_OK, or E_FAIL

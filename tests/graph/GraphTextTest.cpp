@@ -89,6 +89,17 @@ TEST(GraphTextTest, ALinkOfANameALinkCannotReferToIsRefused) {
   EXPECT_EQ(text, "unchanged");
 }
 
+TEST(GraphTextTest, APlainBinHoldingElementsIsRefused) {
+  ElementRef graph(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("g"))));
+  GstElement* inner = gst_bin_new("inner");
+  gst_bin_add(Bin(graph), inner);
+  std::string text;
+  EXPECT_TRUE(WriteGraphText(Bin(graph), &text));  // empty, it is written
+  EXPECT_EQ(text, "bin name=inner\n");
+  gst_bin_add(GST_BIN(inner), gst_element_factory_make("fakesink", nullptr));
+  EXPECT_FALSE(WriteGraphText(Bin(graph), &text));
+}
+
 TEST(GraphTextTest, AnEmptyGraphIsAnEmptyText) {
   ElementRef bin(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new("g"))));
   EXPECT_EQ(TextOf(Bin(bin)), "");
