@@ -18,22 +18,6 @@ using namespace graphtest;
 
 namespace {
 
-constexpr const char* kBranched =
-    "videotestsrc name=src pattern=ball num-buffers=5 ! "
-    "capsfilter name=size caps=\"video/x-raw, width=(int)64, height=(int)48\" ! tee name=t "
-    "t. ! queue name=q1 ! fakesink name=out1 "
-    "t. ! queue name=q2 max-size-buffers=3 ! fakesink name=out2 sync=true";
-
-std::string TextOf(GstBin* graph) {
-  std::string text;
-  EXPECT_TRUE(WriteGraphText(graph, &text));
-  return text;
-}
-
-ElementRef EmptyPipeline() {
-  return ElementRef(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-}
-
 std::string ReadBytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -72,7 +56,7 @@ class GraphFileTest : public TempFolderTest {};
 }  // namespace
 
 TEST_F(GraphFileTest, ABranchedPipelineComesBackWithElementsPropertiesAndLinks) {
-  ElementRef original = Launch(kBranched);
+  ElementRef original = Launch(kBranchedPipeline);
   const std::string path = PathOf("branched.graph");
   ASSERT_EQ(SaveGraphToFile(Bin(original), path.c_str()), S_OK);
   ElementRef loaded = EmptyPipeline();
@@ -126,7 +110,7 @@ TEST_F(GraphFileTest, GsfListsTheOneStream) {
       std::string(TACHYRUN_GSF_TOOL).find("NOTFOUND") != std::string::npos) {
     GTEST_SKIP() << "the gsf tool (libgsf-bin) is not installed";
   }
-  ElementRef original = Launch(kBranched);
+  ElementRef original = Launch(kBranchedPipeline);
   const std::string path = PathOf("listed.graph");
   ASSERT_EQ(SaveGraphToFile(Bin(original), path.c_str()), S_OK);
   int status = -1;
@@ -153,7 +137,7 @@ TEST_F(GraphFileTest, GsfListsTheOneStream) {
 }
 
 TEST_F(GraphFileTest, TheFileIsACompoundFile) {
-  ElementRef original = Launch(kBranched);
+  ElementRef original = Launch(kBranchedPipeline);
   const std::string path = PathOf("signature.graph");
   ASSERT_EQ(SaveGraphToFile(Bin(original), path.c_str()), S_OK);
   const std::string bytes = ReadBytes(path);
@@ -198,7 +182,7 @@ TEST_F(GraphFileTest, StreamNamesCompareWithoutCase) {
 TEST_F(GraphFileTest, BadFilesFailAndLeaveTheGraphAsItWas) {
   ElementRef graph = Launch("videotestsrc name=src ! fakesink name=out");
   const std::string before = TextOf(Bin(graph));
-  ElementRef good = Launch(kBranched);
+  ElementRef good = Launch(kBranchedPipeline);
   const std::string saved = PathOf("good.graph");
   ASSERT_EQ(SaveGraphToFile(Bin(good), saved.c_str()), S_OK);
   const std::string goodBytes = ReadBytes(saved);
@@ -237,7 +221,7 @@ TEST_F(GraphFileTest, LoadsFromAResource) {
   if (tool.empty() || tool.find("NOTFOUND") != std::string::npos) {
     GTEST_SKIP() << "glib-compile-resources is not installed";
   }
-  ElementRef original = Launch(kBranched);
+  ElementRef original = Launch(kBranchedPipeline);
   ASSERT_EQ(SaveGraphToFile(Bin(original), PathOf("branched.graph").c_str()), S_OK);
   WriteBytes(PathOf("plain.txt"), "not a compound file");
   WriteBytes(PathOf("graphs.xml"),

@@ -14,10 +14,15 @@ namespace {
 // paused so that its duration is known.
 class DurationTest : public TempFolderTest {
  protected:
-  PipelineRef WavGraph(double seconds) {
+  // The text FormatDuration gives for the graph.
+  std::string DurationText(double seconds) {
     const std::string path = PathOf("sound.wav");
     WriteWav(path, 8000, static_cast<uint32_t>(seconds * 8000));
-    return LaunchIn("filesrc location=\"" + path + "\" ! wavparse ! fakesink", GST_STATE_PAUSED);
+    PipelineRef graph =
+        LaunchIn("filesrc location=\"" + path + "\" ! wavparse ! fakesink", GST_STATE_PAUSED);
+    char out[16] = {};
+    EXPECT_EQ(FormatDuration(graph.get(), out), S_OK);
+    return out;
   }
 };
 
@@ -48,24 +53,15 @@ TEST(GetFilterServerPathTest, AFactoryWithoutPluginFileIsUnknown) {
 }
 
 TEST_F(DurationTest, NinetyAndAHalfSeconds) {
-  PipelineRef graph = WavGraph(90.5);
-  char out[16] = {};
-  EXPECT_EQ(FormatDuration(graph.get(), out), S_OK);
-  EXPECT_STREQ(out, "01m:30.500s");
+  EXPECT_EQ(DurationText(90.5), "01m:30.500s");
 }
 
 TEST_F(DurationTest, FourHundredThirtySecondsWrapsAt32Bits) {
-  PipelineRef graph = WavGraph(430);
-  char out[16] = {};
-  EXPECT_EQ(FormatDuration(graph.get(), out), S_OK);
-  EXPECT_STREQ(out, "00m:00.503s");
+  EXPECT_EQ(DurationText(430), "00m:00.503s");
 }
 
 TEST_F(DurationTest, JustBelowTheWrapIsSevenMinutes) {
-  PipelineRef graph = WavGraph(429.4);
-  char out[16] = {};
-  EXPECT_EQ(FormatDuration(graph.get(), out), S_OK);
-  EXPECT_STREQ(out, "07m:09.400s");
+  EXPECT_EQ(DurationText(429.4), "07m:09.400s");
 }
 
 TEST(FormatDurationTest, WithoutADurationThePlaceholderStands) {

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <string>
 
+#include "graph/GraphText.h"
 #include "graph/GraphWalk.h"
 
 namespace graphtest {
@@ -30,6 +31,13 @@ inline constexpr const char* kTwinDeviceClassB = "Tachyrun/TestB";
 void RegisterTestElements();
 // Whether the test provider offers the capture device (switch for tests).
 void SetCaptureDevicePresent(bool present);
+
+// A branched pipeline with changed properties and a caps filter.
+inline constexpr const char* kBranchedPipeline =
+    "videotestsrc name=src pattern=ball num-buffers=5 ! "
+    "capsfilter name=size caps=\"video/x-raw, width=(int)64, height=(int)48\" ! tee name=t "
+    "t. ! queue name=q1 ! fakesink name=out1 "
+    "t. ! queue name=q2 max-size-buffers=3 ! fakesink name=out2 sync=true";
 
 // A pipeline from gst-launch text; fails the test when it doesn't parse.
 inline ElementRef Launch(const std::string& text) {
@@ -65,6 +73,17 @@ inline PipelineRef LaunchIn(const std::string& text, GstState state) {
     EXPECT_TRUE(Reach(pipeline.get(), state)) << text;
   }
   return pipeline;
+}
+
+inline ElementRef EmptyPipeline() {
+  return ElementRef(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+}
+
+// The graph's text; fails the test when it has none.
+inline std::string TextOf(GstBin* graph) {
+  std::string text;
+  EXPECT_TRUE(WriteGraphText(graph, &text));
+  return text;
 }
 
 inline GstBin* Bin(const PipelineRef& pipeline) {

@@ -7,24 +7,8 @@
 
 using namespace graphtest;
 
-namespace {
-
-constexpr const char* kBranched =
-    "videotestsrc name=src pattern=ball num-buffers=5 ! "
-    "capsfilter name=size caps=\"video/x-raw, width=(int)64, height=(int)48\" ! tee name=t "
-    "t. ! queue name=q1 ! fakesink name=out1 "
-    "t. ! queue name=q2 max-size-buffers=3 ! fakesink name=out2 sync=true";
-
-std::string TextOf(GstBin* graph) {
-  std::string text;
-  EXPECT_TRUE(WriteGraphText(graph, &text));
-  return text;
-}
-
-}  // namespace
-
 TEST(GraphTextTest, WritesElementsChangedPropertiesAndLinks) {
-  ElementRef pipeline = Launch(kBranched);
+  ElementRef pipeline = Launch(kBranchedPipeline);
   const std::string text = TextOf(Bin(pipeline));
   EXPECT_EQ(text.find("videotestsrc name=src"), 0u) << text;
   EXPECT_NE(text.find(" pattern=ball"), std::string::npos) << text;
@@ -43,7 +27,7 @@ TEST(GraphTextTest, WritesElementsChangedPropertiesAndLinks) {
 }
 
 TEST(GraphTextTest, GstParseLaunchReadsTheTextBack) {
-  ElementRef pipeline = Launch(kBranched);
+  ElementRef pipeline = Launch(kBranchedPipeline);
   const std::string text = TextOf(Bin(pipeline));
   ElementRef again = Launch(text);
   ASSERT_NE(again, nullptr);
