@@ -58,7 +58,9 @@ Category& CategoryNamed(std::vector<Category>* categories, const std::string& na
   return categories->back();
 }
 
+// The named device categories stand, in their order, even without devices.
 void AddDeviceCategories(std::vector<Category>* categories) {
+  for (const auto& named : kDeviceCategoryNames) CategoryNamed(categories, named.second);
   GstDeviceMonitor* monitor = gst_device_monitor_new();
   gst_device_monitor_add_filter(monitor, nullptr, nullptr);
   GList* devices = gst_device_monitor_get_devices(monitor);

@@ -1,9 +1,12 @@
 #pragma once
 // Filter classes by friendly name. Categories are the device classes that
-// GstDeviceMonitor reports (their filters are the devices, by display name)
-// followed by the element factories' klass strings in name order (their
-// filters are the factories, by long name, in factory name order). A
-// filter's class is the factory name that makes it.
+// GstDeviceMonitor reports, their filters the devices by display name
+// ("Video/Source" is named "Video Capture Sources", "Audio/Source" "Audio
+// Capture Sources", "Video/Sink" "Video Renderers", "Audio/Sink" "Audio
+// Renderers"; these four stand even when empty). The element factories'
+// klass strings follow in name order, their filters the factories by long
+// name in factory name order. A filter's class is the factory name that
+// makes it.
 
 #include <gst/gst.h>
 
