@@ -43,7 +43,8 @@ std::string DeviceCategoryName(const std::string& deviceClass) {
 
 // A device's class is the factory of the element it makes.
 bool ReadDeviceClass(GstDevice* device, std::string* out) {
-  ElementRef element(gst_device_create_element(device, nullptr));
+  GstElement* made = gst_device_create_element(device, nullptr);
+  ElementRef element(made ? GST_ELEMENT(gst_object_ref_sink(made)) : nullptr);
   GstElementFactory* factory = element ? gst_element_get_factory(element.get()) : nullptr;
   if (!factory) return false;
   *out = GST_OBJECT_NAME(factory);

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cinttypes>
 #include <cstdio>
@@ -74,8 +75,9 @@ HRESULT AddGraphToRot(GstBin* graph, uint32_t* cookie) {
   if (!WriteGraphText(graph, &text)) text.clear();
   const std::string path =
       folder + "/" + GraphRegistrationName(graph, static_cast<uint32_t>(getpid()));
-  if (!WriteWhole(path, text)) return E_FAIL;
+  // The file changes under the lock, so a revoke never races a register.
   std::lock_guard<std::mutex> hold(g_RegistrationsLock);
+  if (!WriteWhole(path, text)) return E_FAIL;
   do {
     ++g_LastCookie;
   } while (g_LastCookie == 0 || g_Registrations.count(g_LastCookie));
@@ -92,7 +94,11 @@ void RemoveGraphFromRot(uint32_t cookie) {
     if (found == g_Registrations.end()) return;
     registration = found->second;
     g_Registrations.erase(found);
+    // A graph registered twice has one file, kept while either stands.
+    const bool shared = std::any_of(
+        g_Registrations.begin(), g_Registrations.end(),
+        [&registration](const auto& other) { return other.second.path == registration.path; });
+    if (!shared) std::remove(registration.path.c_str());
   }
-  std::remove(registration.path.c_str());
   gst_object_unref(registration.graph);
 }

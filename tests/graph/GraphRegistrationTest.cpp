@@ -118,6 +118,19 @@ TEST_F(RegistrationTest, TwoGraphsHaveTwoCookiesAndTwoFiles) {
   RemoveGraphFromRot(b);
 }
 
+TEST_F(RegistrationTest, AGraphRegisteredTwiceKeepsItsFileUntilBothAreRevoked) {
+  ElementRef pipeline = Launch("videotestsrc ! fakesink");
+  uint32_t a = 0;
+  uint32_t b = 0;
+  ASSERT_EQ(AddGraphToRot(Bin(pipeline), &a), S_OK);
+  ASSERT_EQ(AddGraphToRot(Bin(pipeline), &b), S_OK);
+  EXPECT_NE(a, b);
+  RemoveGraphFromRot(a);
+  EXPECT_TRUE(std::filesystem::exists(RegisteredPath(pipeline.get())));
+  RemoveGraphFromRot(b);
+  EXPECT_FALSE(std::filesystem::exists(RegisteredPath(pipeline.get())));
+}
+
 TEST_F(RegistrationTest, NullArgumentsAndAnUnwritableFolder) {
   ElementRef pipeline = Launch("videotestsrc ! fakesink");
   uint32_t cookie = 0;
