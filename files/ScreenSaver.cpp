@@ -74,49 +74,53 @@ GVariant* CallSaver(GDBusConnection* connection, const char* method, GVariant* a
   return Call(connection, kService, kObjectPath, kService, method, args, replyType);
 }
 
+// Runs `use` with the state locked and the connection open; 0 without a bus.
+template <typename Use>
+int32_t OnBus(Use use) {
+  SaverState& state = State();
+  std::lock_guard<std::mutex> guard(state.mutex);
+  GDBusConnection* connection = Connection(state);
+  return connection != nullptr ? use(state, connection) : 0;
+}
+
 }  // namespace
 
 int32_t ScreenSaverOff() {
-  SaverState& state = State();
-  std::lock_guard<std::mutex> guard(state.mutex);
-  GDBusConnection* connection = Connection(state);
-  if (connection == nullptr) return 0;
-  if (state.inhibited) return 1;
-  GVariant* reply = CallSaver(connection, "Inhibit", g_variant_new("(ss)", kApplication, kReason),
-                              G_VARIANT_TYPE("(u)"));
-  if (reply == nullptr) return 0;
-  g_variant_get(reply, "(u)", &state.cookie);
-  g_variant_unref(reply);
-  state.inhibited = true;
-  return 1;
+  return OnBus([](SaverState& state, GDBusConnection* connection) -> int32_t {
+    if (state.inhibited) return 1;
+    GVariant* reply = CallSaver(connection, "Inhibit", g_variant_new("(ss)", kApplication, kReason),
+                                G_VARIANT_TYPE("(u)"));
+    if (reply == nullptr) return 0;
+    g_variant_get(reply, "(u)", &state.cookie);
+    g_variant_unref(reply);
+    state.inhibited = true;
+    return 1;
+  });
 }
 
 int32_t ScreenSaverOn() {
-  SaverState& state = State();
-  std::lock_guard<std::mutex> guard(state.mutex);
-  GDBusConnection* connection = Connection(state);
-  if (connection == nullptr) return 0;
-  if (!state.inhibited) return 1;
-  GVariant* reply = CallSaver(connection, "UnInhibit", g_variant_new("(u)", state.cookie), nullptr);
-  // A refused cookie is forgotten too: a service that restarted knows none
-  // of the old ones, and keeping it would block every later Off.
-  state.inhibited = false;
-  if (reply == nullptr) return 0;
-  g_variant_unref(reply);
-  return 1;
+  return OnBus([](SaverState& state, GDBusConnection* connection) -> int32_t {
+    if (!state.inhibited) return 1;
+    GVariant* reply =
+        CallSaver(connection, "UnInhibit", g_variant_new("(u)", state.cookie), nullptr);
+    // A refused cookie is forgotten too: a service that restarted knows none
+    // of the old ones, and keeping it would block every later Off.
+    state.inhibited = false;
+    if (reply == nullptr) return 0;
+    g_variant_unref(reply);
+    return 1;
+  });
 }
 
 int32_t IsScreenSaverActive() {
-  SaverState& state = State();
-  std::lock_guard<std::mutex> guard(state.mutex);
-  GDBusConnection* connection = Connection(state);
-  if (connection == nullptr) return 0;
-  GVariant* reply =
-      Call(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-           "NameHasOwner", g_variant_new("(s)", kService), G_VARIANT_TYPE("(b)"));
-  if (reply == nullptr) return 0;
-  gboolean hasOwner = FALSE;
-  g_variant_get(reply, "(b)", &hasOwner);
-  g_variant_unref(reply);
-  return hasOwner && !state.inhibited ? 1 : 0;
+  return OnBus([](SaverState& state, GDBusConnection* connection) -> int32_t {
+    GVariant* reply =
+        Call(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+             "NameHasOwner", g_variant_new("(s)", kService), G_VARIANT_TYPE("(b)"));
+    if (reply == nullptr) return 0;
+    gboolean hasOwner = FALSE;
+    g_variant_get(reply, "(b)", &hasOwner);
+    g_variant_unref(reply);
+    return hasOwner && !state.inhibited ? 1 : 0;
+  });
 }

@@ -199,8 +199,14 @@ const char* CSettingsFile::ValueAt(const char* section, int32_t index) {
 
 namespace {
 
-bool HasText(const char* value) {
-  return value != nullptr && *value != '\0';
+// The converted value, or the default for no value and an empty one.
+template <typename T>
+T ValueOr(const char* value, T defaultValue, T (*convert)(const char*)) {
+  return value != nullptr && *value != '\0' ? convert(value) : defaultValue;
+}
+
+const char* AsText(const char* value) {
+  return value;
 }
 
 bool IsOn(const char* value) {
@@ -220,44 +226,36 @@ float ToFloat(const char* value) {
 
 const char* CSettingsFile::GetString(const char* section, const char* key,
                                      const char* defaultValue) {
-  const char* value = ValueOf(section, key);
-  return HasText(value) ? value : defaultValue;
+  return ValueOr(ValueOf(section, key), defaultValue, AsText);
 }
 
 const char* CSettingsFile::GetStringAt(const char* section, int32_t index,
                                        const char* defaultValue) {
-  const char* value = ValueAt(section, index);
-  return HasText(value) ? value : defaultValue;
+  return ValueOr(ValueAt(section, index), defaultValue, AsText);
 }
 
 int32_t CSettingsFile::GetInt(const char* section, const char* key, int32_t defaultValue) {
-  const char* value = ValueOf(section, key);
-  return HasText(value) ? ToInt(value) : defaultValue;
+  return ValueOr(ValueOf(section, key), defaultValue, ToInt);
 }
 
 int32_t CSettingsFile::GetIntAt(const char* section, int32_t index, int32_t defaultValue) {
-  const char* value = ValueAt(section, index);
-  return HasText(value) ? ToInt(value) : defaultValue;
+  return ValueOr(ValueAt(section, index), defaultValue, ToInt);
 }
 
 bool CSettingsFile::GetBool(const char* section, const char* key, bool defaultValue) {
-  const char* value = ValueOf(section, key);
-  return HasText(value) ? IsOn(value) : defaultValue;
+  return ValueOr(ValueOf(section, key), defaultValue, IsOn);
 }
 
 bool CSettingsFile::GetBoolAt(const char* section, int32_t index, bool defaultValue) {
-  const char* value = ValueAt(section, index);
-  return HasText(value) ? IsOn(value) : defaultValue;
+  return ValueOr(ValueAt(section, index), defaultValue, IsOn);
 }
 
 float CSettingsFile::GetFloat(const char* section, const char* key, float defaultValue) {
-  const char* value = ValueOf(section, key);
-  return HasText(value) ? ToFloat(value) : defaultValue;
+  return ValueOr(ValueOf(section, key), defaultValue, ToFloat);
 }
 
 float CSettingsFile::GetFloatAt(const char* section, int32_t index, float defaultValue) {
-  const char* value = ValueAt(section, index);
-  return HasText(value) ? ToFloat(value) : defaultValue;
+  return ValueOr(ValueAt(section, index), defaultValue, ToFloat);
 }
 
 const char* CSettingsFile::GetKeyName(const char* section, int32_t index) {
