@@ -149,6 +149,17 @@ TEST_F(SettingsFileTest, EveryQueryReadsTheFileAgain) {
   EXPECT_EQ(file.CountKeys("S"), 2);
 }
 
+TEST_F(SettingsFileTest, LargeFileBelowTheLimitIsReadWhole) {
+  std::string text;
+  while (text.size() < (size_t{8} << 20)) text += ";padding line of a large settings file\n";
+  text += "[Last]\nk=found\n";
+  ASSERT_LT(text.size(), kMaxSettingsFileSize);
+  Write("large.ini", text);
+  CSettingsFile file("large.ini");
+  EXPECT_STREQ(file.GetString("Last", "k", kDefault), "found");
+  EXPECT_EQ(file.CountKeys("Last"), 1);
+}
+
 TEST_F(SettingsFileTest, BlanksAroundEqualsDoNotMatterAndTrailingBlanksStay) {
   Write("settings.ini", "[S]\na=x  \nb =x  \nc\t= \tx  \nd  =  x  \n");
   CSettingsFile file("settings.ini");
