@@ -4,7 +4,10 @@
 #include <X11/keysym.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <memory>
+
+#include "platform/Clock.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
 #pragma once
 // The screen size and the state of a key, read from the X display named by
 // $DISPLAY. Each call opens its own connection and closes it again, so a
-// server that went away or came back is simply met as it is now. Without a
-// display the size is 0 x 0 and no key is down.
+// server that went away or came back is simply met as it is now; a server
+// that refuses a connection is asked again a few times (at most ~30 ms).
+// Without a display the size is 0 x 0 and no key is down.
 
 #include <cstdint>
 
