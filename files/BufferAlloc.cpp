@@ -20,9 +20,10 @@ std::atomic<uint32_t> g_FreeCount{0};
 // munmap needs the length that VirtualFree never asked for: every live
 // block is remembered with its size.
 std::mutex g_BlocksMutex;
+// Never destroyed, so that a FreeBuffers from a static destructor still finds it.
 std::map<const void*, size_t>& Blocks() {
-  static std::map<const void*, size_t> blocks;
-  return blocks;
+  static auto* blocks = new std::map<const void*, size_t>;
+  return *blocks;
 }
 
 // count x the rounded size in bytes; 0 when that isn't a positive number.
