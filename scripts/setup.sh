@@ -16,6 +16,8 @@ PACKAGES=(
   libswscale-dev libavutil-dev
   # test dialog and controls
   qt6-base-dev libgl-dev fonts-dejavu-core xvfb xauth
+  # screen saver, screen size and key services; their tests' private bus
+  libglib2.0-dev libx11-dev libxtst-dev dbus-daemon
   # media graph helpers
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
   gstreamer1.0-tools libgsf-1-dev libgsf-bin
