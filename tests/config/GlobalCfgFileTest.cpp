@@ -5,7 +5,7 @@
 #include <string>
 
 #include "config/GlobalCfg.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 

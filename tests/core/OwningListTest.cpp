@@ -3,7 +3,7 @@
 #include "core/OwningList.h"
 #include "tests/core/DataLockTestPeer.h"
 #include "tests/core/ProbeRecords.h"
-#include "tests/core/StreamHelpers.h"
+#include "tests/support/StreamHelpers.h"
 
 using Peer = CDataLockTestPeer;
 
