@@ -334,9 +334,9 @@ TEST(ComponentFile, HugeCountsStayBounded) {
   ASSERT_EQ(c.Load(in), 0);
   std::fclose(in);
   EXPECT_GT(c.m_Levels.GetCount(), 0);
-  EXPECT_LE(c.m_Levels.GetCount(), CLevelPointList::kMaxElementsPastEnd);
-  EXPECT_LE(c.m_Effects.GetCount(), CEffectList::kMaxElementsPastEnd);
-  EXPECT_LE(c.m_Markers.GetCount(), CMarkerPointList::kMaxElementsPastEnd);
+  EXPECT_LE(c.m_Levels.GetCount(), CLevelPointList::kMaxFailedReads);
+  EXPECT_LE(c.m_Effects.GetCount(), CEffectList::kMaxFailedReads);
+  EXPECT_LE(c.m_Markers.GetCount(), CMarkerPointList::kMaxFailedReads);
   EXPECT_EQ(+c.iLevelCount, c.m_Levels.GetCount());  // counts refreshed from the lists
 }
 
