@@ -6,6 +6,8 @@
 
 #include "timeline/ComponentList.h"
 
+#include "core/DataLockGuard.h"
+
 namespace {
 
 // Case-insensitive comparison that folds ASCII to lower case, as the sort
@@ -121,11 +123,10 @@ int32_t CComponentList::Sort(uint32_t key, uint32_t direction) {
   m_Extra.iSortKey = static_cast<int32_t>(key);
   m_Extra.iSortDir = static_cast<int32_t>(direction);
   CPointerArray<CComponent> holder;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   SelectByKey(key, m_aItems, holder);
   m_aItems.RemoveAll();
   for (CComponent* component : holder) m_aItems.Add(component);
   holder.RemoveAll();
-  m_InnerLock.Release();
   return 0;
 }

@@ -5,6 +5,8 @@
 
 #include "time/TimeMath.h"
 #include "timeline/ComponentKind.h"
+
+#include "core/DataLockGuard.h"
 #include "timeline/ComponentList.h"
 
 namespace {
@@ -20,7 +22,7 @@ int32_t WrapAdd(int32_t a, int32_t b) {
 }  // namespace
 
 int32_t CComponentList::RemoveLinked() {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = GetCount();
   int32_t index = 0;
   while (index < count) {
@@ -34,7 +36,6 @@ int32_t CComponentList::RemoveLinked() {
       index += 2;
     }
   }
-  m_InnerLock.Release();
   return 0;
 }
 
@@ -84,7 +85,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
 
 int32_t CComponentList::ExpandStreams() {
   RemoveLinked();
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CPointerArray<CComponent> contents;
   for (CComponent* component : m_aItems) {
     contents.Add(component);
@@ -93,7 +94,6 @@ int32_t CComponentList::ExpandStreams() {
   m_aItems.RemoveAll();
   for (CComponent* component : contents) m_aItems.Add(component);
   contents.RemoveAll();
-  m_InnerLock.Release();
   return 0;
 }
 

@@ -9,13 +9,12 @@ constexpr int32_t kEffectKindKeptB = 13;
 }  // namespace
 
 CEffect* CEffectList::FindByKind(int32_t kind) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CEffect* found = nullptr;
   for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
     CEffect* effect = m_aItems.GetAt(i);
     if (effect && effect->iEffectKind == kind) found = effect;
   }
-  m_InnerLock.Release();
   return found;
 }
 

@@ -173,7 +173,6 @@ TEST(ComponentListStreams, RemoveLinkedSkipsTheElementAfterARemovedChild) {
   // at index 1)... n=4 and i=2 reads past the end of the shrunk list.
   EXPECT_THROW(list.RemoveLinked(), std::out_of_range);
   EXPECT_EQ(Order(list), (std::vector<const CComponent*>{second, parent}));
-  list.m_InnerLock.Release();  // the throw left it held
 }
 
 TEST(ComponentListStreams, RemoveLinkedDropsChildrenAtTheStridesItLooksAt) {
