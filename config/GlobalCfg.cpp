@@ -1,9 +1,9 @@
 #include "config/GlobalCfg.h"
-#include "platform/StartOrder.h"
 
 #include <cstring>
 
 #include "files/DataFile.h"
+#include "platform/StartOrder.h"
 
 // Defined together, so that the store is built first; the configuration
 // has no destructor of its own.

@@ -1,10 +1,10 @@
 #include "registry/RegStore.h"
-#include "platform/StartOrder.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 
+#include "platform/StartOrder.h"
 #include "registry/RegDatabase.h"
 #include "registry/RegNames.h"
 

@@ -1,10 +1,10 @@
 #include "timeline/Component.h"
 
-#include "core/DataLockGuard.h"
-#include "timeline/ComponentKind.h"
-
 #include <cctype>
 #include <cstring>
+
+#include "core/DataLockGuard.h"
+#include "timeline/ComponentKind.h"
 
 CComponent::~CComponent() {
   m_Levels.Clear();

@@ -25,7 +25,9 @@ int64_t R(double x) {
   return Bounded(timemath::TruncToI64(x + kEdgeRounding));
 }
 
-int64_t Frames(double ms) { return Bounded(FramesAtDefaultRate(ms)); }
+int64_t Frames(double ms) {
+  return Bounded(FramesAtDefaultRate(ms));
+}
 
 double Ms(int64_t frames) {
   return static_cast<double>(MillisecondsAtDefaultRate(static_cast<double>(frames)));
@@ -113,7 +115,8 @@ int64_t CComponent::SetStart(int64_t time) {
     dStart = static_cast<double>(tc.GetMilliseconds());
     dSourceLength = Ms(f.E - Bounded(tc.GetFrames()));
     dSourceIn = 0.0;
-    if (iKind == componentkind::kKindKeyedVideo) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
+    if (iKind == componentkind::kKindKeyedVideo)
+      FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
     return timemath::TruncToI64(dStart);
   }
   int64_t N = 0;

@@ -4,9 +4,8 @@
 
 #include <cstddef>
 
-#include "timeline/ComponentList.h"
-
 #include "core/DataLockGuard.h"
+#include "timeline/ComponentList.h"
 
 namespace {
 

@@ -3,10 +3,9 @@
 
 #include <algorithm>
 
+#include "core/DataLockGuard.h"
 #include "time/TimeMath.h"
 #include "timeline/ComponentKind.h"
-
-#include "core/DataLockGuard.h"
 #include "timeline/ComponentList.h"
 
 namespace {

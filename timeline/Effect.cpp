@@ -1,8 +1,8 @@
 #include "timeline/Effect.h"
 
-#include "core/DataLockGuard.h"
 #include <cstring>
 
+#include "core/DataLockGuard.h"
 #include "core/SizedRecord.h"
 
 int32_t CEffect::EffectHook(int32_t /*a*/, int32_t /*b*/) {

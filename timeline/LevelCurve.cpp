@@ -27,7 +27,7 @@ float CLevelPointList::Evaluate(int64_t time) {
     left = right;
     ++counted;
   }
-  inner.Unlock();  // the computation needs no lock
+  inner.Unlock();                                        // the computation needs no lock
   if (counted == 0 || counted == count) return right.v;  // before the first or after the last
   return SegmentValue(time, left.t, left.v, right.t, right.v, false);
 }

@@ -1,8 +1,9 @@
 #include "timeline/SortDataList.h"
 
-#include "core/DataLockGuard.h"
 #include <utility>
 #include <vector>
+
+#include "core/DataLockGuard.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "video/UniqueIdGenerator.h"
-#include "platform/StartOrder.h"
 
 #include <cstdio>
 #include <ctime>
 #include <new>
 
 #include "platform/Clock.h"
+#include "platform/StartOrder.h"
 
 CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(kStartUniqueIds);
 

@@ -322,4 +322,3 @@ TEST_F(AppDirectoriesTest, ARefusedSaveInTheSharedSlotForgetsTheOneBeforeIt) {
   EXPECT_EQ(RestoreCurrentDirectory(nullptr, 0), -1);
   EXPECT_EQ(Cwd(), m_Root / "elsewhere");
 }
-

@@ -158,11 +158,11 @@ TEST(ComponentEdges, StretchEndToNoLengthAtAllGivesSpeedOne) {
     std::unique_ptr<CComponent> c(Clip(kind, 0, 0, 0, 4000, 8000, 3.0f));
     c->dStart = 1e18;
     const int64_t end = c->StretchEnd(0);  // one frame behind the bound
-    c->dStart = c->dEnd;                    // ... which is where the item now starts
+    c->dStart = c->dEnd;                   // ... which is where the item now starts
     c->fSpeed = 3.0f;
     EXPECT_EQ(c->StretchEnd(0), end) << kind;
     EXPECT_EQ(+c->dEnd, +c->dStart) << kind;  // no timeline length left
-    EXPECT_EQ(+c->fSpeed, 1.0f) << kind;     // not the source length over 0
+    EXPECT_EQ(+c->fSpeed, 1.0f) << kind;      // not the source length over 0
     EXPECT_EQ(+c->dSourceLength, 4000.0) << kind;
   }
 }

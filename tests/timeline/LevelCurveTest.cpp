@@ -220,8 +220,8 @@ TEST(RemapRange, ReexpressesPartOnNewRange) {
 
 TEST(LevelFadeMemory, RepeatedFadesOnAFourPointCurveKeepABoundedNumberOfPoints) {
   CLevelPointList list;
-  Fill(list, {{kRoleStart, 0, 100}, {kRoleInner, 300, 80}, {kRoleInner, 600, 90},
-              {kRoleEnd, 1000, 100}});
+  Fill(list,
+       {{kRoleStart, 0, 100}, {kRoleInner, 300, 80}, {kRoleInner, 600, 90}, {kRoleEnd, 1000, 100}});
   for (int call = 0; call < 100000; ++call) {
     ASSERT_EQ(list.SetFadeIn(200 + call % 50, call % 2 == 0 ? 0 : 10, 0, 0), 0);
   }
