@@ -143,9 +143,11 @@ TEST(LevelRemovePointAt, APointPutBackWithInsertAtIsDeletedOnceByRemoveAt) {
 TEST(LevelRemovePointAt, PassesOverEndPointToInnerPointAtSameTime) {
   CLevelPointList list;
   Fill(list, {{kRoleStart, 0, 1}, {kRoleEnd, 500, 2}, {kRoleInner, 500, 3}});
+  CLevelPoint* inner = list.GetAt(2);
   EXPECT_TRUE(list.RemovePointAt(500, 0));
   ASSERT_EQ(list.GetCount(), 2);
   EXPECT_EQ(list.GetAt(1)->cRole, kRoleEnd);
+  delete inner;  // the dropped point is ours
 }
 
 TEST(LevelRemovePointAt, ADroppedPointPutBackBelongsToTheListAgain) {
