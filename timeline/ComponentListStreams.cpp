@@ -25,7 +25,7 @@ int32_t CComponentList::RemoveLinked() {
   const int32_t count = GetCount();
   int32_t index = 0;
   while (index < count) {
-    // Once removals shrank the list this read throws, lock still held.
+    // Once removals shrank the list this read throws; the guard frees the lock.
     CComponent* component = m_aItems.GetAt(index);
     if (component != nullptr && component->iLinkId != 0) {
       delete component;
