@@ -159,7 +159,7 @@ TEST(ComponentListStreams, TwiceOnTheUsualLayoutKeepsTheChildThatRemoveLinkedStr
   ASSERT_EQ(list.ExpandStreams(), 0);
   ASSERT_EQ(list.GetCount(), 3);
   const CComponent* a1 = list.m_aItems[1];
-  const CComponent* a2 = list.m_aItems[2];
+  const int64_t a2Id = list.m_aItems[2]->iUniqueId;  // a2 itself is deleted below
   // RemoveLinked looks at 0 (the parent, +2) and 2 (a2, removed): a1 stays.
   // The parent then gets two new children, and a1 follows them unexpanded.
   ASSERT_EQ(list.ExpandStreams(), 0);
@@ -169,7 +169,7 @@ TEST(ComponentListStreams, TwiceOnTheUsualLayoutKeepsTheChildThatRemoveLinkedStr
   for (int32_t i = 1; i <= 2; ++i) {
     const CComponent* child = list.m_aItems[i];
     EXPECT_NE(child, a1);
-    EXPECT_NE(child, a2);
+    EXPECT_NE(+child->iUniqueId, a2Id);  // new children with ids of their own
     EXPECT_EQ(+child->iLinkId, +parent->iUniqueId);
     EXPECT_EQ(+child->iKind, 2);
     EXPECT_EQ(child->iLine, i);
