@@ -226,19 +226,15 @@ TEST_F(OwningList, HostileCountStopsWhenTheStreamStandsBeyondTheHelpersRange) {
 
 // Refused records: size words above the probe's record size, four bytes each.
 std::vector<uint8_t> RefusedRecords(size_t bytes) {
-  std::vector<uint8_t> out;
-  out.reserve(bytes);
-  while (out.size() + 4 <= bytes) Put(out, int32_t{0x7FFFFFFF});
-  return out;
+  return RepeatedWord(bytes, 0x7FFFFFFF);
 }
 
 TEST_F(OwningList, FourMebibytesOfRefusedRecordsEndTheLoadAfterOneRun) {
   const std::vector<uint8_t> bytes = RefusedRecords(4u << 20);  // 1,048,576 refused records
   FILE* stream = StreamWith(bytes);
   ProbeList list;
-  const long before = ResidentKiB();
-  EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0);
-  const long grown = ResidentKiB() - before;
+  const long grown = ResidentGrowthKiB(
+      [&] { EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0); });
   // One run of failed reads and no more: defaults, as a catch-all would leave them.
   EXPECT_EQ(list.GetCount(), ProbeList::kMaxFailedReads);
   EXPECT_EQ(Probe::s_iLive, ProbeList::kMaxFailedReads);

@@ -15,3 +15,11 @@ inline long ResidentKiB() {
   std::fclose(statm);
   return resident < 0 ? -1 : resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
+
+// How far the resident set grows while `work` runs, in KiB.
+template <class Work>
+long ResidentGrowthKiB(Work&& work) {
+  const long before = ResidentKiB();
+  work();
+  return ResidentKiB() - before;
+}

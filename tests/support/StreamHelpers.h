@@ -32,6 +32,15 @@ void Put(std::vector<uint8_t>& bytes, const V& value) {
   bytes.insert(bytes.end(), p, p + sizeof(V));
 }
 
+// `bytes` bytes of one 32-bit word repeated: size words a reader refuses
+// make a stream of refused records, four bytes each.
+inline std::vector<uint8_t> RepeatedWord(size_t bytes, int32_t word) {
+  std::vector<uint8_t> out;
+  out.reserve(bytes);
+  while (out.size() + sizeof(word) <= bytes) Put(out, word);
+  return out;
+}
+
 // The value whose little-endian bytes stand at `offset`.
 template <class V>
 V At(const std::vector<uint8_t>& bytes, size_t offset) {

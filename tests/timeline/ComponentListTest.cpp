@@ -290,14 +290,11 @@ TEST(ComponentList, SaveAndLoadRoundTripTheComponents) {
 
 TEST(ComponentList, FourMebibytesOfRefusedRecordsKeepMemoryFlat) {
   // Size words the 1001-byte record refuses: four bytes of input each.
-  std::vector<uint8_t> bytes;
-  bytes.reserve(4u << 20);
-  while (bytes.size() < (4u << 20)) Put(bytes, int32_t{1002});
+  const std::vector<uint8_t> bytes = RepeatedWord(4u << 20, 1002);
   FILE* stream = StreamWith(bytes);
   CComponentList list;
-  const long before = ResidentKiB();
-  EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0);
-  const long grown = ResidentKiB() - before;
+  const long grown = ResidentGrowthKiB(
+      [&] { EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0); });
   // One run of refused reads, then the load ends as an exception would end it.
   EXPECT_EQ(list.GetCount(), CComponentList::kMaxFailedReads);
   EXPECT_EQ(list.GetModCount(), 2);
