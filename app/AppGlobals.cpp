@@ -23,12 +23,15 @@
 
 namespace tachyrun {
 
-CTachyrunApp theApp TACHYRUN_START_ORDER(platform::kStartApp);
-CDataLock g_AppDataLock TACHYRUN_START_ORDER(platform::kStartDataLock);
-#if TACHYRUN_HAS_PROJECT
-CTrackList g_AppTrackList TACHYRUN_START_ORDER(platform::kStartTrackList);
-#endif
-CComponentList g_AppComponentList TACHYRUN_START_ORDER(platform::kStartComponentList);
+// Start slots of the program's globals (platform/StartOrder.h).
+constexpr int kStartApp = 1030;
+constexpr int kStartDataLock = 1040;
+constexpr int kStartComponentList = 1070;
+
+CTachyrunApp theApp TACHYRUN_START_ORDER(kStartApp);
+CDataLock g_AppDataLock TACHYRUN_START_ORDER(kStartDataLock);
+CTrackList g_AppTrackList TACHYRUN_START_ORDER(kStartTrackList);
+CComponentList g_AppComponentList TACHYRUN_START_ORDER(kStartComponentList);
 
 // In the order the program's start lists them.
 const void* const g_apProgramGlobals[] = {

@@ -14,6 +14,9 @@
 //   ... touch the guarded data ...
 //   m_Lock.Release();    // from any thread
 //
+//   m_Lock.SetTimedWait(true);                // a watchdog's lock: give up
+//   if (m_Lock.Acquire(5000) == 0) { ... }    // after 5000 ms of contention
+//
 // Testing seam: the fields are private; the class befriends
 // `CDataLockTestPeer`, which only the tests define, to read and set them.
 // Production code never declares that class, so behaviour is unaffected.
@@ -36,6 +39,12 @@ class CDataLock {
   int32_t Acquire(int32_t iOwnerCode);
   // Frees the lock and posts one waiter if any is counted. Always 1.
   int32_t Release();
+
+  // The timed mode: off, a contended Acquire waits until a Release however
+  // long that takes (the library's mode); on, it gives up with 0 after
+  // kTimedWaitMs. Switch it while no thread waits on the lock.
+  void SetTimedWait(bool bTimed) { cTimedWait = bTimed ? 1 : 0; }
+  bool IsTimedWait() const { return cTimedWait != 0; }
 
   // Wait limit of a contended acquire when the timed mode is on.
   static constexpr uint32_t kTimedWaitMs = 5000;

@@ -7,6 +7,9 @@
 #include "project/Track.h"
 #include "project/TrackState.h"
 
+// Start slot of a program's global track list (platform/StartOrder.h).
+inline constexpr int kStartTrackList = 1060;
+
 class CTrackList : public CIdOwningList<CTrack> {
  public:
   CTrackList() = default;

@@ -3,6 +3,9 @@
 #include <cctype>
 #include <cstring>
 
+#include "core/DataLockGuard.h"
+#include "timeline/ComponentKind.h"
+
 CComponent::~CComponent() {
   m_Levels.Clear();
   m_Effects.Clear(0);
@@ -15,15 +18,13 @@ namespace {
 // under its outer lock (this one first).
 template <class List, class Copy>
 void CopyList(List& target, List& source, Copy copy) {
-  target.m_OuterLock.Acquire(0);
+  CDataLockGuard targetOuter(target.m_OuterLock, 0);
   target.Clear();
-  source.m_OuterLock.Acquire(0);
+  CDataLockGuard sourceOuter(source.m_OuterLock, 0);
   for (int32_t i = 0; i < source.m_aItems.GetSize(); ++i) {
     auto* element = source.m_aItems.GetAt(i);
     if (element) target.m_aItems.Add(copy(*element));
   }
-  source.m_OuterLock.Release();
-  target.m_OuterLock.Release();
 }
 
 }  // namespace
@@ -55,19 +56,19 @@ int32_t CComponent::InitDefaultLevels() {
   float levelMax = 100.0f;
   int32_t base = -1;  // -1: the scale's middle stays as it is
   switch (iKind) {
-    case 2:
+    case componentkind::kKindAudio:
       startValue = 80.0f, endValue = 80.0f, base = 0;
       break;
-    case 6:
+    case componentkind::kKindDmx:
       levelMax = 255.0f, startValue = 80.0f, endValue = 128.0f, base = 128;
       break;
-    case 10:
+    case componentkind::kKindRising:
       startValue = 0.0f, endValue = 100.0f;
       break;
     default:
       return 0;
   }
-  m_Levels.m_OuterLock.Acquire(0);
+  CDataLockGuard levelsOuter(m_Levels.m_OuterLock, 0);
   if (m_Levels.GetCount() == 0) {
     fLevelMax = levelMax;
     if (base >= 0) cLevelBase = static_cast<uint8_t>(base);
@@ -75,7 +76,6 @@ int32_t CComponent::InitDefaultLevels() {
     m_Levels.Add(new CLevelPoint(kRoleStart, 0, startValue));
     m_Levels.Add(new CLevelPoint(kRoleEnd, 0, endValue));
   }
-  m_Levels.m_OuterLock.Release();
   return 0;
 }
 
@@ -101,18 +101,17 @@ void CComponent::FitKeyGroupsTo(int64_t length) {
 }
 
 int32_t CComponent::RefitKeyGroups() {
-  m_Effects.m_OuterLock.Acquire(0);
+  CDataLockGuard effectsOuter(m_Effects.m_OuterLock, 0);
   const int64_t length = GetSourceMaxLength();
   ForEachKeyGroup(m_Effects, [length](CKeyGroup& group) {
     group.m_Levels.FitToLength(length);
     group.m_Levels.SetEndTimes(0, length);
   });
-  m_Effects.m_OuterLock.Release();
   return 0;
 }
 
 int32_t CComponent::TrimLevelPoints() {
-  m_Levels.m_OuterLock.Acquire(0);
+  CDataLockGuard levelsOuter(m_Levels.m_OuterLock, 0);
   const double first = dSourceIn;
   const double last = dSourceIn + dSourceLength;
   for (int32_t i = 0; i < m_Levels.GetCount(); ++i) {
@@ -126,7 +125,6 @@ int32_t CComponent::TrimLevelPoints() {
     // The loop's own step then skips the neighbour: one call looks at about
     // every second point, and that stride is kept.
   }
-  m_Levels.m_OuterLock.Release();
   return 0;
 }
 

@@ -1,35 +1,32 @@
 #include "timeline/ComponentList.h"
 
+#include "core/DataLockGuard.h"
 #include "time/TimeMath.h"
 
 int32_t CComponentList::InsertAt(CComponent* component, int32_t index) {
   if (index < 0) return -1;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   if (index <= GetCount()) {
     m_aItems.InsertAt(index, component);
     RaiseModCount();
-    m_InnerLock.Release();
     return 0;
   }
   // Past the end: the lock is taken again where it should be released. The
-  // lock isn't re-entrant, so this waits until another thread releases it.
+  // lock isn't re-entrant, so this waits until another thread releases it;
+  // the call then gives -1 and its guard releases the lock on the way out.
   m_InnerLock.Acquire(0);
   return -1;
 }
 
 int32_t CComponentList::Detach(int32_t index) {
-  m_InnerLock.Acquire(0);
-  if (index >= GetCount()) {
-    m_InnerLock.Release();
-    return -1;
-  }
+  CDataLockGuard inner(m_InnerLock, 0);
+  if (index >= GetCount()) return -1;
   m_aItems.RemoveAt(index);
-  m_InnerLock.Release();
   return 0;
 }
 
 CComponent* CComponentList::FindById(int64_t id) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CComponent* found = nullptr;
   for (CComponent* component : m_aItems) {
     if (component != nullptr && component->iUniqueId == id) {
@@ -37,12 +34,11 @@ CComponent* CComponentList::FindById(int64_t id) {
       break;
     }
   }
-  m_InnerLock.Release();
   return found;
 }
 
 int32_t CComponentList::RemoveById(int64_t id, uint8_t bWithLinks) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int64_t link = 0;
   int32_t index = 0;
   while (index < GetCount()) {
@@ -72,12 +68,11 @@ int32_t CComponentList::RemoveById(int64_t id, uint8_t bWithLinks) {
       RaiseModCount();
     }
   }
-  m_InnerLock.Release();
   return 0;
 }
 
 int32_t CComponentList::GetMaxIdWord() {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int32_t running = 0;
   for (const CComponent* component : m_aItems) {
     // Only the low word is kept, so the comparison forgets the high half.
@@ -85,13 +80,12 @@ int32_t CComponentList::GetMaxIdWord() {
       running = static_cast<int32_t>(static_cast<uint32_t>(component->iUniqueId));
     }
   }
-  m_InnerLock.Release();
   return running;
 }
 
 int32_t CComponentList::GetTimeExtent(int64_t* out, int64_t low, int64_t high) {
   if (out == nullptr) return -1;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   bool first = true;
   for (const CComponent* component : m_aItems) {
     if (component == nullptr) continue;
@@ -111,7 +105,6 @@ int32_t CComponentList::GetTimeExtent(int64_t* out, int64_t low, int64_t high) {
     if (out[0] > low) out[0] = low;
     if (out[1] < high) out[1] = high;
   }
-  m_InnerLock.Release();
   return 0;
 }
 

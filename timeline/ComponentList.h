@@ -76,7 +76,7 @@ class CComponentList
   // Drops children with the fixed count and the strides of 1 and 2: the walk
   // misses the element after each removed child and after each kept parent,
   // and reading past a list that removals have shrunk throws
-  // std::out_of_range with the inner lock still held.
+  // std::out_of_range (the inner lock is released on the way out).
   int32_t RemoveLinked();
   // out[0], out[1]: smallest dStart and greatest dEnd, truncated, widened to
   // [low, high] unless low equals high. -1 for a null out.

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 
+#include "core/DataLockGuard.h"
 #include "timeline/ComponentList.h"
 
 namespace {
@@ -121,11 +122,10 @@ int32_t CComponentList::Sort(uint32_t key, uint32_t direction) {
   m_Extra.iSortKey = static_cast<int32_t>(key);
   m_Extra.iSortDir = static_cast<int32_t>(direction);
   CPointerArray<CComponent> holder;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   SelectByKey(key, m_aItems, holder);
   m_aItems.RemoveAll();
   for (CComponent* component : holder) m_aItems.Add(component);
   holder.RemoveAll();
-  m_InnerLock.Release();
   return 0;
 }

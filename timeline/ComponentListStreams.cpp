@@ -3,17 +3,15 @@
 
 #include <algorithm>
 
+#include "core/DataLockGuard.h"
 #include "time/TimeMath.h"
+#include "timeline/ComponentKind.h"
 #include "timeline/ComponentList.h"
 
 namespace {
 
-// Kinds whose components occupy a picture line.
-bool IsPictureLineKind(int32_t kind) {
-  return kind == 1 || kind == 3 || kind == 4 || kind == 5 || kind == 9;
-}
-
-constexpr int32_t kAudioKind = 2;
+using componentkind::IsPictureLine;
+using componentkind::kKindAudio;
 
 // Additions on lines and channels of odd records wrap instead of overflowing.
 int32_t WrapAdd(int32_t a, int32_t b) {
@@ -23,11 +21,11 @@ int32_t WrapAdd(int32_t a, int32_t b) {
 }  // namespace
 
 int32_t CComponentList::RemoveLinked() {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = GetCount();
   int32_t index = 0;
   while (index < count) {
-    // Once removals shrank the list this read throws, lock still held.
+    // Once removals shrank the list this read throws; the guard frees the lock.
     CComponent* component = m_aItems.GetAt(index);
     if (component != nullptr && component->iLinkId != 0) {
       delete component;
@@ -37,7 +35,6 @@ int32_t CComponentList::RemoveLinked() {
       index += 2;
     }
   }
-  m_InnerLock.Release();
   return 0;
 }
 
@@ -54,7 +51,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
   // Packed fields: read by value.
   const int32_t audioStreams = std::min(int32_t{parent.iAudioStreams}, kMaxAudioStreams);
   const int32_t videoStreams = std::min(int32_t{parent.iVideoStreams}, kMaxVideoStreams);
-  if (parent.iKind != kAudioKind) {
+  if (parent.iKind != kKindAudio) {
     // Picture item: stream 0 is the parent; then further picture streams,
     // then every audio stream on the lines that follow.
     int32_t line = 0;
@@ -68,7 +65,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
     }
     for (int32_t k = 0; k < audioStreams; ++k) {
       CComponent* child = MakeChild(parent, line, k);
-      child->iKind = kAudioKind;
+      child->iKind = kKindAudio;
       child->iAudioIndex = k;
       line = WrapAdd(line, 1);
       child->InitDefaultLevels();
@@ -87,7 +84,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
 
 int32_t CComponentList::ExpandStreams() {
   RemoveLinked();
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CPointerArray<CComponent> contents;
   for (CComponent* component : m_aItems) {
     contents.Add(component);
@@ -96,7 +93,6 @@ int32_t CComponentList::ExpandStreams() {
   m_aItems.RemoveAll();
   for (CComponent* component : contents) m_aItems.Add(component);
   contents.RemoveAll();
-  m_InnerLock.Release();
   return 0;
 }
 
@@ -106,12 +102,12 @@ int32_t CComponentList::LayOutLines(int64_t base) {
 
   int32_t pictureLines = 0;
   for (const CComponent* component : m_aItems) {
-    if (component == nullptr || !IsPictureLineKind(component->iKind)) continue;
+    if (component == nullptr || !IsPictureLine(component->iKind)) continue;
     const int32_t next = WrapAdd(component->iLine, 1);
     if (next > pictureLines) pictureLines = next;
   }
   for (CComponent* component : m_aItems) {
-    if (component != nullptr && component->iKind == kAudioKind) {
+    if (component != nullptr && component->iKind == kKindAudio) {
       component->iLine = WrapAdd(component->iChannelIndex, pictureLines);
     }
   }

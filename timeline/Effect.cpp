@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "core/DataLockGuard.h"
 #include "core/SizedRecord.h"
 
 int32_t CEffect::EffectHook(int32_t /*a*/, int32_t /*b*/) {
@@ -34,9 +35,10 @@ CEffect& CEffect::CopyFrom(CEffect& source) {
   static_cast<CEffectData&>(*this) = source;
   m_Extra = source.m_Extra;
   cRuntime = source.cRuntime;
-  m_KeyGroups.m_OuterLock.Acquire(0);
+  // This list's outer lock first, then the source's.
+  CDataLockGuard targetOuter(m_KeyGroups.m_OuterLock, 0);
   m_KeyGroups.Clear();
-  source.m_KeyGroups.m_OuterLock.Acquire(0);
+  CDataLockGuard sourceOuter(source.m_KeyGroups.m_OuterLock, 0);
   for (int32_t i = 0; i < source.m_KeyGroups.m_aItems.GetSize(); ++i) {
     CKeyGroup* group = source.m_KeyGroups.m_aItems.GetAt(i);
     if (!group) continue;
@@ -44,8 +46,6 @@ CEffect& CEffect::CopyFrom(CEffect& source) {
     copy->CopyFrom(*group);
     m_KeyGroups.Add(copy);
   }
-  source.m_KeyGroups.m_OuterLock.Release();
-  m_KeyGroups.m_OuterLock.Release();
   return *this;
 }
 

@@ -1,17 +1,17 @@
 #include "timeline/KeyGroup.h"
 
+#include "core/DataLockGuard.h"
 #include "core/SizedRecord.h"
 
 CKeyGroup& CKeyGroup::CopyFrom(CKeyGroup& source) {
   if (&source == this) return *this;
   static_cast<CKeyGroupData&>(*this) = source;
   cRuntime = source.cRuntime;
-  m_Levels.m_OuterLock.Acquire(0);
+  // This curve's outer lock first, then the source's.
+  CDataLockGuard targetOuter(m_Levels.m_OuterLock, 0);
   m_Levels.Clear();
-  source.m_Levels.m_OuterLock.Acquire(0);
+  CDataLockGuard sourceOuter(source.m_Levels.m_OuterLock, 0);
   m_Levels.CopyPointsFrom(source.m_Levels);
-  source.m_Levels.m_OuterLock.Release();
-  m_Levels.m_OuterLock.Release();
   return *this;
 }
 

@@ -1,8 +1,10 @@
 #include "timeline/KeyGroupList.h"
 
+#include "core/DataLockGuard.h"
+
 bool CKeyGroupList::SetAllValues(int32_t index, float value) {
   if (index >= m_aItems.GetSize()) return false;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CKeyGroup* group = m_aItems.GetAt(index);
   if (group) {
     CLevelPointList& curve = group->m_Levels;
@@ -11,6 +13,5 @@ bool CKeyGroupList::SetAllValues(int32_t index, float value) {
       if (point) point->fValue = value;
     }
   }
-  m_InnerLock.Release();
   return true;
 }

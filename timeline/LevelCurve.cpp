@@ -1,5 +1,6 @@
 // What a level curve computes between its points and how it is reshaped.
 
+#include "core/DataLockGuard.h"
 #include "timeline/LevelPointList.h"
 #include "timeline/SegmentValue.h"
 
@@ -13,7 +14,7 @@ struct Knot {
 }  // namespace
 
 float CLevelPointList::Evaluate(int64_t time) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = m_aItems.GetSize();
   Knot left{0, 0.0f};
   Knot right{0, 0.0f};
@@ -21,21 +22,18 @@ float CLevelPointList::Evaluate(int64_t time) {
   for (int32_t i = 0; i < count; ++i) {
     const CLevelPoint* p = m_aItems.GetAt(i);
     right = {p->iTime, p->fValue};
-    if (p->iTime == time) {
-      m_InnerLock.Release();
-      return p->fValue;
-    }
+    if (p->iTime == time) return p->fValue;
     if (p->iTime > time) break;
     left = right;
     ++counted;
   }
-  m_InnerLock.Release();
+  inner.Unlock();                                        // the computation needs no lock
   if (counted == 0 || counted == count) return right.v;  // before the first or after the last
   return SegmentValue(time, left.t, left.v, right.t, right.v, false);
 }
 
 float CLevelPointList::EvaluateWithEnds(int64_t time, int64_t start, int64_t end, bool bWrite) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   // Before the first point the segment runs from (time, 0.0); after the last,
   // left and right are the same point and its value is the answer.
   Knot left{time, 0.0f};
@@ -51,14 +49,11 @@ float CLevelPointList::EvaluateWithEnds(int64_t time, int64_t start, int64_t end
       if (bWrite && end != 0) p->iTime = end;
     }
     right = {t, p->fValue};
-    if (t == time) {
-      m_InnerLock.Release();
-      return p->fValue;
-    }
+    if (t == time) return p->fValue;
     if (t > time) break;
     left = right;
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   return SegmentValue(time, left.t, left.v, right.t, right.v, true);
 }
 
@@ -75,7 +70,7 @@ int32_t CLevelPointList::AdjustSegment(int64_t time, float value, int64_t start,
                                        float max, float min) {
   const float delta =
       static_cast<float>(static_cast<double>(value) - EvaluateAndPlace(time, 0, end));
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   CLevelPoint* left = nullptr;
   CLevelPoint* right = nullptr;
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
@@ -85,7 +80,6 @@ int32_t CLevelPointList::AdjustSegment(int64_t time, float value, int64_t start,
     if (p->cRole == kRoleEnd) t = end;
     if (t == time) {
       p->fValue = value;
-      m_InnerLock.Release();
       return 0;
     }
     right = p;
@@ -101,6 +95,5 @@ int32_t CLevelPointList::AdjustSegment(int64_t time, float value, int64_t start,
     if (moved > max) moved = max;
     p->fValue = moved;
   }
-  m_InnerLock.Release();
   return 0;
 }

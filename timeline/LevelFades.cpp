@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "core/DataLockGuard.h"
 #include "time/TimeMath.h"
 #include "timeline/LevelPointList.h"
 #include "timeline/PointScaling.h"
@@ -22,14 +23,13 @@ bool InRange(const int64_t* range, int64_t time) {
 }  // namespace
 
 int32_t CLevelPointList::SetEndTimes(int64_t start, int64_t end) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = m_aItems.GetSize();
   for (int32_t i = 0; i < count; ++i) {
     CLevelPoint* p = m_aItems.GetAt(i);
     if (p->cRole == kRoleStart) p->iTime = start;
     if (p->cRole == kRoleEnd) p->iTime = end;
   }
-  m_InnerLock.Release();
   return count == 0 ? -1 : 0;
 }
 
@@ -52,12 +52,9 @@ int32_t CLevelPointList::ApplyFade(int8_t fade, int64_t length, int64_t offset, 
                                    int32_t value) {
   const bool fadeIn = fade == kFadeIn;
   const int64_t T = timemath::SatAdd(length, offset);
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = m_aItems.GetSize();
-  if (count == 0) {
-    m_InnerLock.Release();
-    return -1;
-  }
+  if (count == 0) return -1;
   // The peak is taken from this fade's points and from the points met before
   // the second point that belongs to no fade.
   float peak = 0.0f;
@@ -69,10 +66,7 @@ int32_t CLevelPointList::ApplyFade(int8_t fade, int64_t length, int64_t offset, 
     if ((p->cFade == fade || plain < 2) && p->fValue > peak) peak = p->fValue;
     if (p->iTime > latest) latest = p->iTime;
   }
-  if (T >= latest) {  // the fade doesn't fit
-    m_InnerLock.Release();
-    return -1;
-  }
+  if (T >= latest) return -1;  // the fade doesn't fit
   const int64_t B = timemath::SatSub(latest, T);
   const int8_t endRole = fadeIn ? kRoleStart : kRoleEnd;
   for (int32_t i = 0; i < m_aItems.GetSize();) {
@@ -87,7 +81,7 @@ int32_t CLevelPointList::ApplyFade(int8_t fade, int64_t length, int64_t offset, 
       ++i;
     }
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   if (offset != 0) {
     InsertFadePoint(fade, keep, static_cast<float>(value),
                     fadeIn ? offset : timemath::SatSub(latest, offset));
@@ -97,11 +91,8 @@ int32_t CLevelPointList::ApplyFade(int8_t fade, int64_t length, int64_t offset, 
 }
 
 int32_t CLevelPointList::ClearFades(const int64_t* range) {
-  m_InnerLock.Acquire(0);
-  if (m_aItems.GetSize() == 0) {
-    m_InnerLock.Release();
-    return -1;
-  }
+  CDataLockGuard inner(m_InnerLock, 0);
+  if (m_aItems.GetSize() == 0) return -1;
   float peakIn = 0.0f, peakOut = 0.0f;
   int32_t countIn = 0, countOut = 0;
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
@@ -131,19 +122,18 @@ int32_t CLevelPointList::ClearFades(const int64_t* range) {
       ++i;
     }
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   for (CLevelPoint* p : gone) delete p;
   return 0;
 }
 
 void CLevelPointList::ScaleAll(double factor, int64_t endTime) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     CLevelPoint* p = m_aItems.GetAt(i);
     p->iTime = ScaledTime(p->iTime, factor);
     if (p->cRole == kRoleEnd) p->iTime = endTime;  // the end point lands exactly
   }
-  m_InnerLock.Release();
 }
 
 int32_t CLevelPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
@@ -154,15 +144,16 @@ int32_t CLevelPointList::ScaleTimes(int64_t oldLength, int64_t newLength) {
 }
 
 int32_t CLevelPointList::FitToLength(int64_t newLength) {
-  m_InnerLock.Acquire(0);
   double a = 0.0, b = 0.0;
-  for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
-    CLevelPoint* p = m_aItems.GetAt(i);
-    p->iTime = timemath::TruncToI64(static_cast<double>(p->iTime));
-    if (p->cRole == kRoleStart) a = static_cast<double>(p->iTime);
-    if (p->cRole == kRoleEnd) b = static_cast<double>(p->iTime);
+  {
+    CDataLockGuard inner(m_InnerLock, 0);
+    for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
+      CLevelPoint* p = m_aItems.GetAt(i);
+      p->iTime = timemath::TruncToI64(static_cast<double>(p->iTime));
+      if (p->cRole == kRoleStart) a = static_cast<double>(p->iTime);
+      if (p->cRole == kRoleEnd) b = static_cast<double>(p->iTime);
+    }
   }
-  m_InnerLock.Release();
   const double d = b - a;
   if (!(d > 0.0)) return -1;
   const double f = static_cast<double>(newLength) / d;
@@ -185,7 +176,7 @@ int32_t CLevelPointList::RemapRange(int64_t oldStart, int64_t oldLength, int64_t
     clone->cRole = role;
     made.push_back(clone);
   };
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
     const CLevelPoint* p = m_aItems.GetAt(i);
     const int64_t m =
@@ -201,10 +192,9 @@ int32_t CLevelPointList::RemapRange(int64_t oldStart, int64_t oldLength, int64_t
       add(p, p->fValue, m, kRoleInner);
     }
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   Clear();
-  m_InnerLock.Acquire(0);
+  CDataLockGuard refill(m_InnerLock, 0);
   for (CLevelPoint* clone : made) m_aItems.Add(clone);
-  m_InnerLock.Release();
   return -1;
 }

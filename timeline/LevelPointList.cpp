@@ -1,36 +1,42 @@
 #include "timeline/LevelPointList.h"
 
-#include <algorithm>
+#include "core/DataLockGuard.h"
 
 CLevelPointList::~CLevelPointList() {
-  // A dropped point that a caller put back into the list is deleted with the
-  // list's elements, and a point dropped twice is deleted once.
-  std::sort(m_aDropped.begin(), m_aDropped.end());
-  m_aDropped.erase(std::unique(m_aDropped.begin(), m_aDropped.end()), m_aDropped.end());
-  for (CLevelPoint* point : m_aDropped) {
-    if (std::find(m_aItems.begin(), m_aItems.end(), point) == m_aItems.end()) delete point;
-  }
+  // A kept point is never in the list as well (Reclaim takes it out when it
+  // goes back), and DropSlot keeps each point once.
+  for (CLevelPoint* point : m_aDropped) delete point;
 }
 
 int32_t CLevelPointList::Add(CLevelPoint* point) {
-  // A dropped point put back belongs to the list again.
-  std::erase(m_aDropped, point);
+  Reclaim(point);
   return COwningList::Add(point);
+}
+
+void CLevelPointList::InsertAt(int32_t index, CLevelPoint* point) {
+  Reclaim(point);
+  COwningList::InsertAt(index, point);
+}
+
+void CLevelPointList::Reclaim(CLevelPoint* point) {
+  std::erase(m_aDropped, point);
 }
 
 void CLevelPointList::DropSlot(int32_t i) {
   m_aDropped.push_back(m_aItems.GetAt(i));
   m_aItems.RemoveAt(i);
+  if (static_cast<int32_t>(m_aDropped.size()) > kMaxKeptDropped) {
+    delete m_aDropped.front();
+    m_aDropped.pop_front();
+  }
 }
 
 CLevelPoint* CLevelPointList::FindAt(int64_t time) {
-  m_InnerLock.Acquire(0);
-  CLevelPoint* found = nullptr;
-  for (int32_t i = 0; i < m_aItems.GetSize() && !found; ++i) {
-    if (m_aItems.GetAt(i)->iTime == time) found = m_aItems.GetAt(i);
+  CDataLockGuard inner(m_InnerLock, 0);
+  for (CLevelPoint* point : m_aItems) {
+    if (point->iTime == time) return point;
   }
-  m_InnerLock.Release();
-  return found;
+  return nullptr;
 }
 
 bool CLevelPointList::SetValueAt(int64_t time, float value) {
@@ -47,20 +53,21 @@ bool CLevelPointList::SetValueAt(int64_t time, float value) {
 }
 
 bool CLevelPointList::RemovePointAt(int64_t time, uint32_t bAllowEnds) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int32_t at = -1;
   for (int32_t i = 0; i < m_aItems.GetSize() && at < 0; ++i) {
     const CLevelPoint* p = m_aItems.GetAt(i);
     if (p->iTime == time && (p->cRole == kRoleInner || bAllowEnds != 0)) at = i;
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   if (at < 0) return false;
-  DropSlot(at);
+  // The slot goes with no lock held; the point is the caller's from now on.
+  m_aItems.RemoveAt(at);
   return true;
 }
 
 bool CLevelPointList::RemoveInnerPoints() {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   for (int32_t i = 0; i < m_aItems.GetSize();) {
     const int8_t role = m_aItems.GetAt(i)->cRole;
     if (role != kRoleStart && role != kRoleEnd) {
@@ -69,7 +76,6 @@ bool CLevelPointList::RemoveInnerPoints() {
       ++i;
     }
   }
-  m_InnerLock.Release();
   return false;
 }
 
@@ -81,7 +87,7 @@ bool CLevelPointList::GetValueExact(int64_t time, float* outValue) {
 }
 
 int32_t CLevelPointList::GetNextPoint(int64_t time, int64_t* outTime, float* outValue) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int64_t lastTime = time;
   float lastValue = 0.0f;
   for (int32_t i = 0; i < m_aItems.GetSize(); ++i) {
@@ -89,21 +95,21 @@ int32_t CLevelPointList::GetNextPoint(int64_t time, int64_t* outTime, float* out
     lastValue = m_aItems.GetAt(i)->fValue;
     if (lastTime > time) break;
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   if (outTime) *outTime = lastTime;
   if (outValue) *outValue = lastValue;
   return 0;
 }
 
 int32_t CLevelPointList::GetPrevPoint(int64_t time, int64_t* outTime, float* outValue) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int64_t prevTime = time;
   float prevValue = 0.0f;
   for (int32_t i = 0; i < m_aItems.GetSize() && m_aItems.GetAt(i)->iTime < time; ++i) {
     prevTime = m_aItems.GetAt(i)->iTime;
     prevValue = m_aItems.GetAt(i)->fValue;
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   if (outTime) *outTime = prevTime;
   if (outValue) *outValue = prevValue;
   return 0;
@@ -117,7 +123,7 @@ int32_t ClampIndex(int32_t index, int32_t count) {
 }  // namespace
 
 int32_t CLevelPointList::GetNextIndex(int64_t time, int32_t* outIndex, float* outValue) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = m_aItems.GetSize();
   int32_t index = 0;
   float value = 0.0f;
@@ -128,14 +134,14 @@ int32_t CLevelPointList::GetNextIndex(int64_t time, int32_t* outIndex, float* ou
       break;
     }
   }
-  m_InnerLock.Release();
+  inner.Unlock();
   if (outIndex) *outIndex = ClampIndex(index, count);
   if (outValue) *outValue = value;
   return 0;
 }
 
 int32_t CLevelPointList::GetPrevIndex(int64_t time, int32_t* outIndex, float* outValue) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = m_aItems.GetSize();
   int32_t index = 0;
   float value = 0.0f;
@@ -150,33 +156,32 @@ int32_t CLevelPointList::GetPrevIndex(int64_t time, int32_t* outIndex, float* ou
     before = m_aItems.GetAt(i)->fValue;
   }
   if (!found) value = before;  // no point at or after time: the last point's value
-  m_InnerLock.Release();
+  inner.Unlock();
   if (outIndex) *outIndex = ClampIndex(index, count);
   if (outValue) *outValue = value;
   return 0;
 }
 
 int32_t CLevelPointList::InsertSorted(CLevelPoint* point) {
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   int32_t at = -1;
   for (int32_t i = 0; i < m_aItems.GetSize() && at < 0; ++i) {
     const CLevelPoint* p = m_aItems.GetAt(i);
     if (p->iTime >= point->iTime || p->cRole == kRoleEnd) at = i;
   }
   if (at >= 0) m_aItems.InsertAt(at, point);
-  m_InnerLock.Release();
+  inner.Unlock();
   if (at >= 0) {
-    ++m_iModCount;
-    std::erase(m_aDropped, point);  // a dropped point moved back in
+    RaiseModCount();
+    Reclaim(point);  // a dropped point moved back in
   }
   return at;
 }
 
 void CLevelPointList::CopyPointsFrom(CLevelPointList& source) {
-  source.m_InnerLock.Acquire(0);
+  CDataLockGuard sourceInner(source.m_InnerLock, 0);
   for (int32_t i = 0; i < source.m_aItems.GetSize(); ++i) {
     const CLevelPoint* p = source.m_aItems.GetAt(i);
     if (p) m_aItems.Add(p->Clone());
   }
-  source.m_InnerLock.Release();
 }

@@ -4,7 +4,7 @@
 // here; what the curve computes and how it is reshaped is in LevelCurve.cpp.
 
 #include <cstdint>
-#include <vector>
+#include <deque>
 
 #include "core/OwningList.h"
 #include "timeline/LevelPoint.h"
@@ -16,6 +16,8 @@ class CLevelPointList : public COwningList<CLevelPoint> {
 
   // Appends and takes ownership, also of a point this list dropped before.
   int32_t Add(CLevelPoint* point);
+  // Inserts at index and takes ownership, also of a point it dropped before.
+  void InsertAt(int32_t index, CLevelPoint* point);
 
   // --- searches and edits (each a linear scan under the inner lock) ---
 
@@ -25,9 +27,11 @@ class CLevelPointList : public COwningList<CLevelPoint> {
   // false. New time: inserts a new inner point and gives true.
   bool SetValueAt(int64_t time, float value);
   // Drops the first point at this time that is inner, or of any role when
-  // bAllowEnds is non-zero; the point leaves the list without being deleted.
+  // bAllowEnds is non-zero. The point leaves the list without being deleted
+  // and belongs to the caller from then on: free it, or hand it to a list.
   bool RemovePointAt(int64_t time, uint32_t bAllowEnds);
-  // Drops every inner point (not deleted). Always false.
+  // Drops every inner point (not deleted; kept by the curve, see below).
+  // Always false.
   bool RemoveInnerPoints();
   // Value of the first point at exactly this time.
   bool GetValueExact(int64_t time, float* outValue);
@@ -66,13 +70,20 @@ class CLevelPointList : public COwningList<CLevelPoint> {
   // Clones every point of source into this (emptied) list.
   void CopyPointsFrom(CLevelPointList& source);
 
-  // Points that left the list without being deleted. Callers may still hold
-  // them, so they stay alive until the list itself goes.
+  // Points that the curve's own operations (RemoveInnerPoints, the fades)
+  // took out of the list without deleting them. Nobody was handed them, but
+  // a caller may still read one it found before, so the curve keeps the most
+  // recent kMaxKeptDropped of them alive, deletes older ones, and deletes the
+  // rest with itself. A point handed to a caller (RemovePointAt) isn't kept.
+  static constexpr int32_t kMaxKeptDropped = 256;
   int32_t GetDroppedCount() const { return static_cast<int32_t>(m_aDropped.size()); }
 
  private:
-  // Takes slot i out of the array and keeps the point alive in m_aDropped.
+  // Takes slot i out of the array and keeps the point in m_aDropped, whose
+  // oldest point is deleted once more than kMaxKeptDropped are kept.
   void DropSlot(int32_t i);
+  // A point back in this list is no longer a dropped one.
+  void Reclaim(CLevelPoint* point);
   // Scales every point time under the lock; the end point takes endTime.
   void ScaleAll(double factor, int64_t endTime);
   int32_t ApplyFade(int8_t fade, int64_t length, int64_t offset, uint8_t keep, int32_t value);
@@ -80,5 +91,5 @@ class CLevelPointList : public COwningList<CLevelPoint> {
   void InsertFadePoint(int8_t fade, uint8_t keep, float value, int64_t time);
   float EvaluateWithEnds(int64_t time, int64_t start, int64_t end, bool bWrite);
 
-  std::vector<CLevelPoint*> m_aDropped;
+  std::deque<CLevelPoint*> m_aDropped;
 };

@@ -3,6 +3,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/DataLockGuard.h"
+
 namespace {
 
 // One sort entry: the key and the element's old index, so the quicksort
@@ -60,12 +62,9 @@ void QuickSort(SortEntry* a, int64_t left, int64_t right) {
 int32_t CSortDataList::SortByStart(uint32_t direction) {
   m_Lead.iSortDir = static_cast<int32_t>(direction);
   m_Lead.iSortKey = kSortDataByStart;
-  m_InnerLock.Acquire(0);
+  CDataLockGuard inner(m_InnerLock, 0);
   const int32_t count = GetCount();
-  if (count < 2) {
-    m_InnerLock.Release();
-    return 0;
-  }
+  if (count < 2) return 0;
   std::vector<SortEntry> entries(static_cast<size_t>(count), SortEntry{});
   for (int32_t i = 0; i < count; ++i) {
     const CSortData* data = m_aItems.GetAt(i);
@@ -87,6 +86,5 @@ int32_t CSortDataList::SortByStart(uint32_t direction) {
   m_aItems.RemoveAll();
   for (CSortData* data : ordered) m_aItems.Add(data);
   ordered.RemoveAll();
-  m_InnerLock.Release();
   return 0;
 }

@@ -1,5 +1,6 @@
 #include "timeline/SortGroupList.h"
 
+#include "core/DataLockGuard.h"
 #include "timeline/ComponentList.h"
 
 CSortDataList* CSortGroupList::FindGroup(int32_t line) {
@@ -13,7 +14,7 @@ CSortDataList* CSortGroupList::FindGroup(int32_t line) {
 int32_t CSortGroupList::Build(CComponentList* list) {
   if (list == nullptr) return -1;
   Clear();
-  list->m_OuterLock.Acquire(0);
+  CDataLockGuard listOuter(list->m_OuterLock, 0);
   for (int32_t index = 0; index < list->GetCount(); ++index) {
     const CComponent* component = list->m_aItems.GetAt(index);
     if (component == nullptr) continue;  // a slot left by a failed load
@@ -28,6 +29,5 @@ int32_t CSortGroupList::Build(CComponentList* list) {
     group->Add(new CSortData(*component, index));
   }
   for (CSortDataList* group : m_aItems) group->SortByStart(0);
-  list->m_OuterLock.Release();
   return 0;
 }

@@ -1,13 +1,14 @@
 #include "video/UniqueIdGenerator.h"
-#include "platform/StartOrder.h"
 
 #include <cstdio>
 #include <ctime>
 #include <new>
 
+#include "core/DataLockGuard.h"
 #include "platform/Clock.h"
+#include "platform/StartOrder.h"
 
-CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(platform::kStartUniqueIds);
+CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(kStartUniqueIds);
 
 namespace {
 
@@ -65,15 +66,15 @@ int CUniqueIdGenerator::CounterOf(uint32_t kind) {
 
 uint64_t CUniqueIdGenerator::NextId(uint32_t kind, std::string* text) {
   if (m_pCounters == nullptr) return 0xFFFFFFFFFFFFFFFFull;
-  m_pCounters->lock.Acquire(0);
+  CDataLockGuard counters(m_pCounters->lock, 0);
   m_iLastId.store(0, std::memory_order_relaxed);
   uint64_t& counter = m_pCounters->aCounters[CounterOf(kind)];
   const auto runningNumber = static_cast<uint32_t>(counter);
   ++counter;
   const uint64_t id = (uint64_t{runningNumber} << 32) | platform::TickCountMs();
   m_iLastId.store(id, std::memory_order_relaxed);
-  if (text != nullptr) *text = FormatStamp(runningNumber);
-  m_pCounters->lock.Release();
+  if (text != nullptr) *text = FormatStamp(runningNumber);  // may throw: the guard releases
+  counters.Unlock();
   // Read back after the release, as callers have always seen it.
   return m_iLastId.load(std::memory_order_relaxed);
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/DataLock.h"
+#include "core/DataLockGuard.h"
 #include "platform/Clock.h"
 #include "platform/WaitResult.h"
 #include "tests/core/DataLockTestPeer.h"
@@ -120,7 +121,7 @@ TEST(DataLockConcurrency, SecondAcquireOnTheSameThreadWaitsForItself) {
 
 TEST(DataLockConcurrency, TimedModeGivesUpAfterItsLimit) {
   CDataLock lock;
-  Peer::SetTimedWait(lock, 1);
+  lock.SetTimedWait(true);
   ASSERT_EQ(lock.Acquire(77), 1);
   const int32_t waitersBefore = Peer::Waiters(lock);
   int32_t result = -1;
@@ -141,7 +142,7 @@ TEST(DataLockConcurrency, TimedModeGivesUpAfterItsLimit) {
 
 TEST(DataLockConcurrency, TimedModeStillTakesALockReleasedInTime) {
   CDataLock lock;
-  Peer::SetTimedWait(lock, 1);
+  lock.SetTimedWait(true);
   lock.Acquire(1);
   int32_t result = -1;
   std::thread contender([&] { result = lock.Acquire(2); });
@@ -151,5 +152,21 @@ TEST(DataLockConcurrency, TimedModeStillTakesALockReleasedInTime) {
   EXPECT_EQ(result, 1);
   EXPECT_EQ(Peer::OwnerCode(lock), 2);
   EXPECT_EQ(Peer::Waiters(lock), 0);
+  lock.Release();
+}
+
+TEST(DataLockConcurrency, AGuardInTheTimedModeHoldsNothingWhenItsWaitRunsOut) {
+  CDataLock lock;
+  lock.SetTimedWait(true);
+  ASSERT_EQ(lock.Acquire(5000), 1);
+  bool held = true;
+  std::thread contender([&] {
+    CDataLockGuard guard(lock, 6);
+    held = guard.Held();
+  });  // the guard's end releases nothing: the holder keeps the lock
+  contender.join();
+  EXPECT_FALSE(held);
+  EXPECT_EQ(Peer::LockWord(lock), 1);
+  EXPECT_EQ(Peer::OwnerCode(lock), 5000);
   lock.Release();
 }

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "core/DataLock.h"
+#include "core/DataLockGuard.h"
 #include "platform/WaitResult.h"
 #include "tests/core/DataLockTestPeer.h"
 
@@ -84,4 +87,47 @@ TEST(DataLock, AHeldLockWithASemaphoreMayBeDestroyed) {
   EXPECT_EQ(Peer::LockWord(*lock), 1);
   delete lock;  // the sanitizer build checks that the semaphore went with it
   SUCCEED();
+}
+
+TEST(DataLock, TimedModeIsSwitchedThroughItsPublicSwitch) {
+  CDataLock lock;
+  EXPECT_FALSE(lock.IsTimedWait());
+  lock.SetTimedWait(true);
+  EXPECT_TRUE(lock.IsTimedWait());
+  EXPECT_EQ(Peer::TimedWait(lock), 1);  // the flag of the lock's first field
+  lock.SetTimedWait(false);
+  EXPECT_FALSE(lock.IsTimedWait());
+  EXPECT_EQ(Peer::TimedWait(lock), 0);
+}
+
+TEST(DataLockGuard, ReleasesOnEveryWayOutOfItsScope) {
+  CDataLock lock;
+  {
+    CDataLockGuard guard(lock, 7);
+    EXPECT_TRUE(guard.Held());
+    EXPECT_EQ(Peer::LockWord(lock), 1);
+    EXPECT_EQ(Peer::OwnerCode(lock), 7);
+  }
+  EXPECT_EQ(Peer::LockWord(lock), 0);
+  EXPECT_THROW(
+      {
+        CDataLockGuard guard(lock, 8);
+        throw std::out_of_range("walk");
+      },
+      std::out_of_range);
+  EXPECT_EQ(Peer::LockWord(lock), 0);
+}
+
+TEST(DataLockGuard, UnlockReleasesOnceAndEarly) {
+  CDataLock lock;
+  {
+    CDataLockGuard guard(lock, 1);
+    guard.Unlock();
+    EXPECT_FALSE(guard.Held());
+    EXPECT_EQ(Peer::LockWord(lock), 0);
+    ASSERT_EQ(lock.Acquire(2), 1);  // somebody else's now: the guard must leave it
+  }
+  EXPECT_EQ(Peer::LockWord(lock), 1);
+  EXPECT_EQ(Peer::OwnerCode(lock), 2);
+  lock.Release();
 }

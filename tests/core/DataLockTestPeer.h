@@ -9,7 +9,6 @@
 class CDataLockTestPeer {
  public:
   static int8_t TimedWait(const CDataLock& l) { return l.cTimedWait; }
-  static void SetTimedWait(CDataLock& l, int8_t v) { l.cTimedWait = v; }
   static int32_t OwnerCode(const CDataLock& l) { return l.iOwnerCode; }
   static int32_t LockWord(const CDataLock& l) { return l.lLockWord.load(); }
   static platform::Semaphore* Semaphore(const CDataLock& l) { return l.hSemaphore.load(); }

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "registry/RegStore.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 
@@ -78,7 +78,7 @@ TEST_F(RegStoreTest, DwordRoundTripsAllThirtyTwoBits) {
 
 TEST_F(RegStoreTest, ReadDwordOfAnotherTypeGivesItsFirstFourBytes) {
   ASSERT_EQ(m_reg.WriteString("Test", "text", "abc"), 1);  // four bytes with its terminator
-  EXPECT_EQ(Dword("text", 0xAABBCCDDu), 0x00636261u);     // 'a' 'b' 'c' 0, little-endian
+  EXPECT_EQ(Dword("text", 0xAABBCCDDu), 0x00636261u);      // 'a' 'b' 'c' 0, little-endian
   const uint8_t four[] = {0x01, 0x02, 0x03, 0x04};
   ASSERT_EQ(m_reg.WriteBinary("Test", "bin", four, sizeof four), 1);
   EXPECT_EQ(Dword("bin"), 0x04030201u);

@@ -52,6 +52,15 @@ void PutFirst(Bytes& b, const T& value, size_t count) {
   b.insert(b.end(), p, p + count);
 }
 
+// `bytes` bytes of one 32-bit word repeated: size words a reader refuses
+// make a stream of refused records, four bytes each.
+inline Bytes RepeatedWord(size_t bytes, int32_t word) {
+  Bytes out;
+  out.reserve(bytes);
+  while (out.size() + sizeof(word) <= bytes) Put(out, word);
+  return out;
+}
+
 // What an object's Save writes, on its own.
 template <class T>
 Bytes SavedBytes(T& object) {

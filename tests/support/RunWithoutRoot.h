@@ -38,7 +38,8 @@ inline std::string RunWithoutRoot(const std::function<std::string()>& check) {
   std::string message;
   char block[256];
   ssize_t got = 0;
-  while ((got = read(fds[0], block, sizeof block)) > 0) message.append(block, static_cast<size_t>(got));
+  while ((got = read(fds[0], block, sizeof block)) > 0)
+    message.append(block, static_cast<size_t>(got));
   close(fds[0]);
   int status = 0;
   waitpid(pid, &status, 0);

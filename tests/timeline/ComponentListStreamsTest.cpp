@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
+#include "tests/core/DataLockTestPeer.h"
 #include "tests/timeline/ComponentListTestUtil.h"
 #include "timeline/ComponentList.h"
 
@@ -149,6 +151,56 @@ TEST(ComponentListStreams, SecondRunKeepsAChildThatRemoveLinkedStrodeOver) {
   EXPECT_EQ(list.m_aItems[2], oldChild);
 }
 
+TEST(ComponentListStreams, TwiceOnTheUsualLayoutKeepsTheChildThatRemoveLinkedStrodeOver) {
+  // The picture parent with one picture and two audio streams: [P, a1, a2].
+  CComponentList list;
+  CComponent* parent = NewMedia(1, 1, 2);
+  list.Add(parent);
+  ASSERT_EQ(list.ExpandStreams(), 0);
+  ASSERT_EQ(list.GetCount(), 3);
+  const CComponent* a1 = list.m_aItems[1];
+  const int64_t a2Id = list.m_aItems[2]->iUniqueId;  // a2 itself is deleted below
+  // RemoveLinked looks at 0 (the parent, +2) and 2 (a2, removed): a1 stays.
+  // The parent then gets two new children, and a1 follows them unexpanded.
+  ASSERT_EQ(list.ExpandStreams(), 0);
+  ASSERT_EQ(list.GetCount(), 4);
+  EXPECT_EQ(list.m_aItems[0], parent);
+  EXPECT_EQ(list.m_aItems[3], a1);
+  for (int32_t i = 1; i <= 2; ++i) {
+    const CComponent* child = list.m_aItems[i];
+    EXPECT_NE(child, a1);
+    EXPECT_NE(+child->iUniqueId, a2Id);  // new children with ids of their own
+    EXPECT_EQ(+child->iLinkId, +parent->iUniqueId);
+    EXPECT_EQ(+child->iKind, 2);
+    EXPECT_EQ(child->iLine, i);
+    EXPECT_NE(+child->iUniqueId, +a1->iUniqueId);
+  }
+}
+
+TEST(ComponentListStreams, TenRunsInARowGiveADefinedListEachTimeAndLeaveNoLockHeld) {
+  // From the third run on, every second one reads past the list RemoveLinked
+  // shrank and throws; the list stays whole and unlocked, and the next run
+  // starts from it.
+  auto list = std::make_unique<CComponentList>();
+  CComponent* parent = NewMedia(1, 1, 2);
+  list->Add(parent);
+  for (int run = 1; run <= 10; ++run) {
+    if (run >= 3 && run % 2 == 1) {
+      EXPECT_THROW(list->ExpandStreams(), std::out_of_range) << run;
+      EXPECT_EQ(list->GetCount(), 3) << run;  // [P, new child a1, former a1]
+    } else {
+      EXPECT_EQ(list->ExpandStreams(), 0) << run;
+      EXPECT_EQ(list->GetCount(), run == 1 ? 3 : 4) << run;
+    }
+    ASSERT_EQ(CDataLockTestPeer::LockWord(list->m_InnerLock), 0) << run;
+    EXPECT_EQ(list->m_aItems[0], parent) << run;
+    for (int32_t i = 1; i < list->GetCount(); ++i) {
+      EXPECT_EQ(+list->m_aItems[i]->iLinkId, +parent->iUniqueId) << run;
+    }
+  }
+  list.reset();  // the destructor takes the inner lock too
+}
+
 TEST(ComponentListStreams, RemoveLinkedSkipsTheNeighbourOfAKeptParent) {
   CComponentList list;
   CComponent* parentA = NewComponent(1);
@@ -173,7 +225,6 @@ TEST(ComponentListStreams, RemoveLinkedSkipsTheElementAfterARemovedChild) {
   // at index 1)... n=4 and i=2 reads past the end of the shrunk list.
   EXPECT_THROW(list.RemoveLinked(), std::out_of_range);
   EXPECT_EQ(Order(list), (std::vector<const CComponent*>{second, parent}));
-  list.m_InnerLock.Release();  // the throw left it held
 }
 
 TEST(ComponentListStreams, RemoveLinkedDropsChildrenAtTheStridesItLooksAt) {

@@ -151,6 +151,22 @@ TEST(ComponentEdges, StretchSpeedIsOneForZeroLength) {
   EXPECT_EQ(+c->fSpeed, static_cast<float>(80.0 / 40.0));
 }
 
+TEST(ComponentEdges, StretchEndToNoLengthAtAllGivesSpeedOne) {
+  // Frame counts are bounded, so a start far beyond them has the bound as
+  // its frame; the end one frame later can then land on the start itself.
+  for (int32_t kind : {1, 2}) {
+    std::unique_ptr<CComponent> c(Clip(kind, 0, 0, 0, 4000, 8000, 3.0f));
+    c->dStart = 1e18;
+    const int64_t end = c->StretchEnd(0);  // one frame behind the bound
+    c->dStart = c->dEnd;                   // ... which is where the item now starts
+    c->fSpeed = 3.0f;
+    EXPECT_EQ(c->StretchEnd(0), end) << kind;
+    EXPECT_EQ(+c->dEnd, +c->dStart) << kind;  // no timeline length left
+    EXPECT_EQ(+c->fSpeed, 1.0f) << kind;      // not the source length over 0
+    EXPECT_EQ(+c->dSourceLength, 4000.0) << kind;
+  }
+}
+
 TEST(ComponentEdges, FreeLengthKindsKeepSourceInAtZero) {
   for (int32_t kind : {0, 3, 4, 5, 6, 7, 8, 9, 10, 11}) {
     std::unique_ptr<CComponent> c(Clip(kind, 4000, 8000, 1200, 4000, 20000, 1.0f));

@@ -7,21 +7,13 @@
 #include <vector>
 
 #include "TimelineTestUtil.h"
+#include "tests/support/StreamHelpers.h"
 #include "timeline/EffectList.h"
 #include "timeline/MarkerPoint.h"
 
 using ::testing::ElementsAre;
 
 namespace {
-
-std::vector<uint8_t> StreamBytes(FILE* f) {
-  std::fflush(f);
-  const long end = std::ftell(f);
-  std::vector<uint8_t> bytes(static_cast<size_t>(end));
-  std::rewind(f);
-  EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), f), bytes.size());
-  return bytes;
-}
 
 TEST(EffectData, Defaults) {
   CEffect e;
@@ -49,8 +41,24 @@ TEST(AddKeyGroup, LongNameFillsFieldWithoutTerminator) {
   EXPECT_EQ(e.AddKeyGroup(name.c_str(), 0, 0, 0, 0), 1);
   const CKeyGroup* g = e.m_KeyGroups.GetAt(0);
   EXPECT_EQ(std::string(g->szKeyName, 40), std::string(40, 'a'));
-  // The 41st character went nowhere: the byte behind the name is fKeyParamA.
-  EXPECT_EQ(+g->fKeyParamA, 0.0f);
+}
+
+// The record behind the name of a group made from `name`, as bytes.
+std::vector<uint8_t> BytesBehindTheName(const char* name) {
+  CEffect e;
+  e.AddKeyGroup(name, 1.5f, 2.5f, 3.5f, 4.5f);
+  const CKeyGroupData& g = *e.m_KeyGroups.GetAt(0);
+  const auto* bytes = reinterpret_cast<const uint8_t*>(&g);
+  return {bytes + sizeof(g.szKeyName), bytes + sizeof(CKeyGroupData)};
+}
+
+TEST(AddKeyGroup, TheFortyFirstCharacterAndBeyondGoNowhere) {
+  // Whatever the name's length, every byte behind the 40-byte field is what a
+  // short name gives: parameters, counts, flags and the reserved tail. A copy
+  // that ran on would leave the characters there (or past the record).
+  const std::vector<uint8_t> reference = BytesBehindTheName("k");
+  EXPECT_EQ(BytesBehindTheName((std::string(40, 'a') + "Z").c_str()), reference);
+  EXPECT_EQ(BytesBehindTheName(std::string(300, 'Z').c_str()), reference);
 }
 
 TEST(AddKeyGroup, CurveHasTwoPointsFromZeroToLength) {

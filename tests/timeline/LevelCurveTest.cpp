@@ -217,3 +217,17 @@ TEST(RemapRange, ReexpressesPartOnNewRange) {
 }
 
 }  // namespace
+
+TEST(LevelFadeMemory, RepeatedFadesOnAFourPointCurveKeepABoundedNumberOfPoints) {
+  CLevelPointList list;
+  Fill(list,
+       {{kRoleStart, 0, 100}, {kRoleInner, 300, 80}, {kRoleInner, 600, 90}, {kRoleEnd, 1000, 100}});
+  for (int call = 0; call < 100000; ++call) {
+    ASSERT_EQ(list.SetFadeIn(200 + call % 50, call % 2 == 0 ? 0 : 10, 0, 0), 0);
+  }
+  // Each fade drops the points of the one before it; the curve keeps only
+  // the most recent of them (once 150,000 stayed until the curve died).
+  EXPECT_LE(list.GetDroppedCount(), CLevelPointList::kMaxKeptDropped);
+  EXPECT_LE(list.GetCount(), 6);
+  RecordProperty("kept_dropped_points", list.GetDroppedCount());
+}

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 
 #include "TimelineTestUtil.h"
 #include "timeline/LevelPointList.h"
@@ -96,17 +97,57 @@ TEST(LevelRemovePointAt, StartPointNeedsPermission) {
   CLevelPoint* start = list.GetAt(0);
   EXPECT_TRUE(list.RemovePointAt(0, 1));
   EXPECT_EQ(list.GetCount(), 1);
-  // Dropped, not deleted: a caller's pointer still reads the point.
+  // Dropped, not deleted: the point is the caller's now, and the list forgets it.
   EXPECT_EQ(start->cRole, kRoleStart);
-  EXPECT_EQ(list.GetDroppedCount(), 1);
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  delete start;
+}
+
+// The three ordinary edits below each crashed (a double delete or a read of
+// freed memory) while the curve kept the points RemovePointAt handed out.
+TEST(LevelRemovePointAt, TheCallerMayDeleteTheDroppedPoint) {
+  CLevelPointList list;
+  Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
+  CLevelPoint* point = list.FindAt(100);
+  ASSERT_TRUE(list.RemovePointAt(100, 0));
+  delete point;
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  EXPECT_THAT(Times(list), ElementsAre(0, 1000));
+}
+
+TEST(LevelRemovePointAt, APointMovedToAnotherCurveOutlivesTheFirst) {
+  auto first = std::make_unique<CLevelPointList>();
+  Fill(*first, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
+  CLevelPointList second;
+  Fill(second, {{kRoleStart, 0, 5}, {kRoleEnd, 1000, 6}});
+  CLevelPoint* point = first->FindAt(100);
+  ASSERT_TRUE(first->RemovePointAt(100, 0));
+  EXPECT_EQ(second.InsertSorted(point), 1);
+  first.reset();
+  EXPECT_EQ(+second.GetAt(1)->fValue, 2.0f);  // still the second curve's, still alive
+  EXPECT_EQ(second.Evaluate(100), 2.0f);
+}
+
+TEST(LevelRemovePointAt, APointPutBackWithInsertAtIsDeletedOnceByRemoveAt) {
+  CLevelPointList list;
+  Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 100, 2}, {kRoleEnd, 1000, 3}});
+  CLevelPoint* point = list.FindAt(100);
+  ASSERT_TRUE(list.RemovePointAt(100, 0));
+  list.InsertAt(1, point);
+  EXPECT_EQ(list.GetAt(1), point);
+  EXPECT_TRUE(list.RemoveAt(1));  // deletes it; the list's end must not again
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  EXPECT_THAT(Times(list), ElementsAre(0, 1000));
 }
 
 TEST(LevelRemovePointAt, PassesOverEndPointToInnerPointAtSameTime) {
   CLevelPointList list;
   Fill(list, {{kRoleStart, 0, 1}, {kRoleEnd, 500, 2}, {kRoleInner, 500, 3}});
+  CLevelPoint* inner = list.GetAt(2);
   EXPECT_TRUE(list.RemovePointAt(500, 0));
   ASSERT_EQ(list.GetCount(), 2);
   EXPECT_EQ(list.GetAt(1)->cRole, kRoleEnd);
+  delete inner;  // the dropped point is ours
 }
 
 TEST(LevelRemovePointAt, ADroppedPointPutBackBelongsToTheListAgain) {
@@ -144,6 +185,31 @@ TEST(LevelRemoveInnerPoints, KeepsStartAndEndAndAnswersFalse) {
   EXPECT_FALSE(list.RemoveInnerPoints());
   EXPECT_THAT(Times(list), ElementsAre(0, 30));
   EXPECT_EQ(list.GetDroppedCount(), 2);
+}
+
+TEST(LevelRemoveInnerPoints, AKeptPointPutBackWithInsertAtLeavesTheKeptOnes) {
+  CLevelPointList list;
+  Fill(list, {{kRoleStart, 0, 1}, {kRoleInner, 10, 2}, {kRoleEnd, 30, 3}});
+  CLevelPoint* inner = list.FindAt(10);
+  list.RemoveInnerPoints();
+  ASSERT_EQ(list.GetDroppedCount(), 1);
+  list.InsertAt(1, inner);
+  EXPECT_EQ(list.GetDroppedCount(), 0);
+  EXPECT_TRUE(list.RemoveAt(1));  // deleted here, and only here
+}
+
+TEST(LevelRemoveInnerPoints, KeptPointsAreBoundedAndTheOldestGoFirst) {
+  CLevelPointList list;
+  Fill(list, {{kRoleStart, 0, 1}, {kRoleEnd, 1000000, 3}});
+  CLevelPoint* latest = nullptr;
+  for (int64_t t = 1; t <= 1000; ++t) {
+    list.SetValueAt(t, 2.0f);
+    latest = list.FindAt(t);
+    list.RemoveInnerPoints();
+  }
+  EXPECT_EQ(list.GetDroppedCount(), CLevelPointList::kMaxKeptDropped);
+  EXPECT_EQ(+latest->iTime, 1000);  // the most recent are still readable
+  EXPECT_THAT(Times(list), ElementsAre(0, 1000000));
 }
 
 TEST(LevelLookups, GetValueExact) {
