@@ -197,7 +197,7 @@ TEST(ProjectFileList, ACountBeyondTheStreamEndsWithEmptyEntriesAndStops) {
   EXPECT_EQ(list.Load(f, 1 << 30), 0);  // no memory for a billion entries
   std::fclose(f);
   ASSERT_GE(list.GetCount(), 2);
-  EXPECT_LE(list.GetCount(), 1 + CProjectFileList::kMaxElementsPastEnd + 1);
+  EXPECT_LE(list.GetCount(), 1 + CProjectFileList::kMaxFailedReads + 1);
   EXPECT_STREQ(list.GetAt(0)->szName, "Only");
   EXPECT_STREQ(list.GetAt(1)->szName, "");
 }

@@ -320,7 +320,7 @@ TEST(TimelineFile, HugeCountsAreBoundedByTheBytesThatRemain) {
   ASSERT_EQ(timeline.Load(in), 0);
   std::fclose(in);
   // Past the end each list adds a bounded number of default elements, then stops.
-  const int32_t bound = CTrackList::kMaxElementsPastEnd + 1;
+  const int32_t bound = CTrackList::kMaxFailedReads + 1;
   EXPECT_LE(timeline.tracks.GetCount(), bound);
   EXPECT_LE(timeline.tracks.GetAt(0)->components.GetCount(), bound);
   EXPECT_LE(timeline.markers.GetCount(), bound);
