@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <limits>
+
 #include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
@@ -23,6 +26,17 @@ TEST(ProjectTwins, TrackIndexIsThatOfTheLastTwinInATimeline) {
   project.AddTimeline(MakeTimeline("B", 2, 1));
   TrackAt(*StoredTimeline(project, 1), 1)->iId = twin.iId;
   EXPECT_EQ(project.GetTrackIndex(&twin), 1);
+}
+
+// A start frame near the top of the range steps past it without undefined
+// arithmetic: the position wraps as the machine's integers do, and the search
+// still ends at its pass limit.
+TEST(TrackSearchBounds, StartFrameAtTheTopOfTheRangeEndsTheSearch) {
+  CTrack track;
+  track.dLengthMs = 1000.0;  // 25 frames, no components
+  const int64_t top = std::numeric_limits<int64_t>::max();
+  EXPECT_EQ(track.FindFreePosition(top - 5, 100), -1);
+  EXPECT_EQ(track.FindFreePosition(top, 10), top);  // the gap there is long enough
 }
 
 }  // namespace
