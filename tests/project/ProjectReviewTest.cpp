@@ -1,11 +1,13 @@
-// Finer points of the project's operations by id: which of several twins an
-// answer comes from when one timeline holds a track or component twice.
+// Finer points of the project database: which of several twins an answer
+// comes from, searches started at the edge of the frame range, and the order
+// of the members behind the records.
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <limits>
 
+#include "project/UndoData.h"
 #include "tests/project/ProjectObjectTestUtil.h"
 
 namespace {
@@ -37,6 +39,26 @@ TEST(TrackSearchBounds, StartFrameAtTheTopOfTheRangeEndsTheSearch) {
   const int64_t top = std::numeric_limits<int64_t>::max();
   EXPECT_EQ(track.FindFreePosition(top - 5, 100), -1);
   EXPECT_EQ(track.FindFreePosition(top, 10), top);  // the gap there is long enough
+}
+
+// Behind their records the objects keep their members in the stated order:
+// a track's list before its lock, a repository's lock before its list.
+TEST(MemberOrder, TrackTimelineRepositoryAndUndoRecord) {
+  const auto at = [](const void* object, const void* member) {
+    return static_cast<const char*>(member) - static_cast<const char*>(object);
+  };
+  CTrack track;
+  EXPECT_LT(at(&track, &track.components), at(&track, &track.lockTrack));
+  CTimeline timeline;
+  EXPECT_LT(at(&timeline, &timeline.tracks), at(&timeline, &timeline.markers));
+  EXPECT_LT(at(&timeline, &timeline.markers), at(&timeline, &timeline.lockTimeline));
+  EXPECT_LT(at(&timeline, &timeline.lockTimeline), at(&timeline, &timeline.iUserValue));
+  CRepository repository;
+  EXPECT_LT(at(&repository, &repository.lockRepository), at(&repository, &repository.components));
+  CUndoData undo;
+  EXPECT_LT(at(&undo, &undo.iCode), at(&undo, &undo.iCodeB));
+  EXPECT_LT(at(&undo, &undo.iCodeB), at(&undo, &undo.szText));
+  EXPECT_LT(at(&undo, &undo.szText), at(&undo, &undo.timeline));
 }
 
 }  // namespace
