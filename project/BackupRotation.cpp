@@ -15,6 +15,12 @@ bool IsReadWrite(const char* path) {
   return access(path, R_OK | W_OK) == 0;
 }
 
+// Whether path exists but may not be written: a file that remove can't take
+// away on every platform, and that a rename therefore can't replace either.
+bool IsWriteProtected(const char* path) {
+  return access(path, F_OK) == 0 && !IsReadWrite(path);
+}
+
 // base + extension into out; false when it doesn't fit a path buffer.
 bool JoinName(char* out, const char* base, const char* extension) {
   const int written = std::snprintf(out, kPathBufferSize, "%s%s", base, extension);
@@ -36,7 +42,8 @@ int32_t RotateBackupFiles(const char* path, uint8_t flag) {
       !JoinName(backup2, base, projectnames::kBackup2Extension)) {
     return 0;
   }
-  if (IsReadWrite(backup1)) {
+  // A write-protected .Bk2 stays, and .Bk1 with it.
+  if (IsReadWrite(backup1) && !IsWriteProtected(backup2)) {
     std::remove(backup2);
     std::rename(backup1, backup2);
   }
@@ -45,7 +52,7 @@ int32_t RotateBackupFiles(const char* path, uint8_t flag) {
   // A write-protected .Bk1 can't be removed on every platform; where it can't,
   // the rename fails too and the main file is written in place. Keep it so
   // everywhere rather than lose the protected backup.
-  if (access(backup1, F_OK) == 0 && !IsReadWrite(backup1)) return 0;
+  if (IsWriteProtected(backup1)) return 0;
   std::remove(backup1);
   std::rename(path, backup1);
   return 0;

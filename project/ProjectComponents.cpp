@@ -118,9 +118,9 @@ int32_t CProject::GetTrackIndex(const CTrack* track) {
   if (track == nullptr) return -1;
   int32_t found = -1;
   ForEachTrack(*pTimelineList, kTrackIndex, [&](CTimeline&, CTrack& stored, int32_t index) {
-    if (stored.iId != track->iId) return Step::kNext;
-    found = index;
-    return Step::kNextTimeline;
+    // Every twin is looked at: the last one of the last timeline answers.
+    if (stored.iId == track->iId) found = index;
+    return Step::kNext;
   });
   return found;
 }

@@ -63,7 +63,9 @@ int64_t CTrack::FindFreePosition(int64_t startFrame, int64_t minLength) {
     if (inside == 0 && hi - lo >= minLength) return pos;
     // Steps by the interval's length from pos, not to its end: a later free
     // stretch may be jumped over, and that is how positions have always been found.
-    pos += hi - lo;
+    // A position near the top of the range wraps as the machine's integers
+    // do rather than overflow.
+    pos = static_cast<int64_t>(static_cast<uint64_t>(pos) + static_cast<uint64_t>(hi - lo));
     if (pos >= end) return -1;
   }
   return -1;

@@ -124,6 +124,25 @@ TEST(BackupRotation, WriteProtectedBk1StaysAndTheMainFileIsWrittenInPlace) {
   EXPECT_EQ(result, "");
 }
 
+// A write-protected .Bk2 can't be removed, so .Bk1 can't take its place and
+// stays where it is; the main file then replaces .Bk1 as usual.
+TEST(BackupRotation, WriteProtectedBk2StaysAndBk1GivesWayToTheMainFile) {
+  const std::string result = RunWithoutRoot([]() -> std::string {
+    TempDir own;
+    const std::string path = own.Path("R.Qzr");
+    WriteFile(own.Path("R.Bk2"), "protected oldest");
+    ::chmod(own.Path("R.Bk2").c_str(), 0444);
+    WriteFile(own.Path("R.Bk1"), "older");
+    WriteFile(path, "main");
+    RotateBackupFiles(path.c_str(), 0);
+    if (ReadText(own.Path("R.Bk2")) != "protected oldest") return "Bk2 replaced";
+    if (ReadText(own.Path("R.Bk1")) != "main") return "main file not moved to Bk1";
+    if (Exists(path)) return "main file stayed";
+    return "";
+  });
+  EXPECT_EQ(result, "");
+}
+
 TEST(BackupRotation, MissingFilesAndOverlongPathsAreNoFailure) {
   TempDir dir;
   EXPECT_EQ(RotateBackupFiles(dir.Path("None.Qzt").c_str(), 0), 0);
