@@ -1,0 +1,60 @@
+#include "project/ProjectFileAccess.h"
+
+#include "files/AppDirectories.h"
+#include "files/DataFile.h"
+#include "project/RepositoryList.h"
+#include "project/TimelineList.h"
+
+namespace projectfiles {
+
+CAppDirScope::CAppDirScope(bool enter) {
+  SaveCurrentDirectory(m_szPath, &m_iDrive);
+  if (enter) ChangeToAppDir();
+}
+
+void CAppDirScope::Restore() {
+  if (!m_bHeld) return;
+  m_bHeld = false;
+  RestoreCurrentDirectory(m_szPath, static_cast<int32_t>(m_iDrive));
+}
+
+int32_t ReadHead(CProjectData& data, FILE* stream) {
+  std::memset(static_cast<void*>(&data), 0, sizeof(data));
+  int32_t size = 0;
+  if (ReadFileRange(0, sizeof(size), &size, stream) <= 0) return -1;
+  if (size > kProjectRecordSize) return -1;
+  if (ReadFileRange(0, size, &data, stream) <= 0) return -1;
+  if (std::memcmp(data.szMagic, kProjectMagic, sizeof(data.szMagic)) != 0) return -1;
+  return 0;
+}
+
+namespace {
+
+template <class List>
+void WriteNames(List& list, FILE* stream) {
+  CProjectFileList names;
+  for (auto* item : list.m_aItems) {
+    if (item == nullptr) continue;
+    names.Add(new CProjectFileData(FieldText(item->szName, sizeof(item->szName)).c_str()));
+  }
+  names.Save(stream);
+}
+
+}  // namespace
+
+void WriteNameEntries(CProject& project, FILE* stream) {
+  WriteNames(*project.pTimelineList, stream);
+  WriteNames(*project.pRepositoryList, stream);
+}
+
+int32_t ItemPath(CProject& project, int32_t (CProject::*folder)(char*), const char* name,
+                 size_t nameSize, const char* extension, char* out) {
+  char directory[kPathBufferSize];
+  if ((project.*folder)(directory) != 0) return -1;
+  const std::string path = std::string(directory) + FieldText(name, nameSize) + extension;
+  if (path.size() >= kPathBufferSize) return -1;
+  std::memcpy(out, path.c_str(), path.size() + 1);
+  return 0;
+}
+
+}  // namespace projectfiles
