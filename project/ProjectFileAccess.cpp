@@ -1,6 +1,8 @@
 #include "project/ProjectFileAccess.h"
 
 #include "files/AppDirectories.h"
+#include "core/DataLockGuard.h"
+#include "project/OwnerCodes.h"
 #include "files/DataFile.h"
 #include "project/RepositoryList.h"
 #include "project/TimelineList.h"
@@ -55,6 +57,24 @@ int32_t ItemPath(CProject& project, int32_t (CProject::*folder)(char*), const ch
   if (path.size() >= kPathBufferSize) return -1;
   std::memcpy(out, path.c_str(), path.size() + 1);
   return 0;
+}
+
+bool WriteProjectFile(CProject& project, FILE* stream, bool withVideoMode) {
+  {
+    // Lock order: the timeline list, then the repository list.
+    CDataLockGuard timelines(project.pTimelineList->m_OuterLock, ownercode::kOwnerSaveTimelines);
+    CDataLockGuard repositories(project.pRepositoryList->m_OuterLock,
+                                ownercode::kOwnerSaveRepositories);
+    CProjectData& data = project.projectData;
+    data.iSize = kProjectRecordSize;
+    std::memcpy(data.szMagic, kProjectMagic, sizeof(data.szMagic));
+    data.iTimelineCount = project.pTimelineList->GetCount();
+    data.iRepositoryCount = project.pRepositoryList->GetCount();
+    if (WriteFileRange(0, kProjectRecordSize, &data, stream) <= 0) return false;
+    WriteNameEntries(project, stream);
+  }
+  if (withVideoMode) project.videoMode.Save(stream);
+  return true;
 }
 
 }  // namespace projectfiles

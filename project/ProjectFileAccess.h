@@ -50,6 +50,12 @@ int32_t ReadHead(CProjectData& data, FILE* stream);
 // caller holds both list locks.
 void WriteNameEntries(CProject& project, FILE* stream);
 
+// Head record (size and mark set, counts from the lists) and name entries
+// at the stream's start, under both list locks as a save takes them, then
+// the video mode where asked (a backup set has none). False when the record
+// could not be written.
+bool WriteProjectFile(CProject& project, FILE* stream, bool withVideoMode);
+
 // folder (the project's folder of that kind) + name + extension into out;
 // -1 when it doesn't fit.
 int32_t ItemPath(CProject& project, int32_t (CProject::*folder)(char*), const char* name,

@@ -114,25 +114,6 @@ void LoadContent(CProject& project, FILE* stream, const char* extension) {
   project.videoMode.Load(stream);
 }
 
-// Head record, name entries and video mode of a save, at the stream's start.
-bool WriteProjectFile(CProject& project, FILE* stream) {
-  {
-    // Lock order: the timeline list, then the repository list.
-    CDataLockGuard timelines(project.pTimelineList->m_OuterLock, ownercode::kOwnerSaveTimelines);
-    CDataLockGuard repositories(project.pRepositoryList->m_OuterLock,
-                                ownercode::kOwnerSaveRepositories);
-    CProjectData& data = project.projectData;
-    data.iSize = kProjectRecordSize;
-    std::memcpy(data.szMagic, kProjectMagic, sizeof(data.szMagic));
-    data.iTimelineCount = project.pTimelineList->GetCount();
-    data.iRepositoryCount = project.pRepositoryList->GetCount();
-    if (WriteFileRange(0, kProjectRecordSize, &data, stream) <= 0) return false;
-    projectfiles::WriteNameEntries(project, stream);
-  }
-  project.videoMode.Save(stream);
-  return true;
-}
-
 // Stages every timeline or repository file of a save: always rotated, as
 // their own file saves always rotate.
 template <class List>
@@ -267,7 +248,7 @@ int32_t CProject::Save(char* path) {
   ChangeToAppDir();
   CSaveSet set;
   if (!set.Stage(path, rotate, !rotate,
-                 [this](FILE* stream) { return WriteProjectFile(*this, stream); })) {
+                 [this](FILE* stream) { return projectfiles::WriteProjectFile(*this, stream, true); })) {
     return -1;  // nothing on disk has changed
   }
   StageItems(*this, set, *pTimelineList, ownercode::kOwnerSaveTimelineFiles,

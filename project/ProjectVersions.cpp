@@ -97,25 +97,12 @@ int32_t CProject::SaveBackup(const char* path) {
   projectfiles::CAppDirScope appDir;
   FILE* stream = OpenDataFile(target.c_str(), false);
   if (stream == nullptr) return -1;
-  {
-    // Lock order: the timeline list, then the repository list.
-    CDataLockGuard timelines(pTimelineList->m_OuterLock, ownercode::kOwnerSaveTimelines);
-    CDataLockGuard repositories(pRepositoryList->m_OuterLock, ownercode::kOwnerSaveRepositories);
-    projectData.iSize = kProjectRecordSize;
-    std::memcpy(projectData.szMagic, kProjectMagic, sizeof(projectData.szMagic));
-    projectData.iTimelineCount = pTimelineList->GetCount();
-    projectData.iRepositoryCount = pRepositoryList->GetCount();
-    if (WriteFileRange(0, kProjectRecordSize, &projectData, stream) < 1) {
-      repositories.Unlock();
-      timelines.Unlock();
-      CloseDataFile(stream);
-      return -1;
-    }
-    projectfiles::WriteNameEntries(*this, stream);
+  if (!projectfiles::WriteProjectFile(*this, stream, false)) {
+    CloseDataFile(stream);
+    return -1;
   }
   SaveTimelines(kBackup1Extension);
   SaveRepositories(kBackup1Extension);
-  // A backup set has no video mode tail.
   CloseDataFile(stream);
   appDir.Restore();
   iBackupCount = iChangeCount;
