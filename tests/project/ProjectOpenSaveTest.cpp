@@ -294,6 +294,30 @@ TEST_F(ProjectOpenSave, StaleSideFilesOfAnInterruptedSaveDoNotLeakIntoTheNextSav
   EXPECT_EQ(ReadFile(ProjectFile()), expectedProject);
 }
 
+TEST_F(ProjectOpenSave, SaveAfterAnInterruptedCommitKeepsTheWholeBackupSet) {
+  CProject project;
+  Fill(project);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  project.MarkChanged(0);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  EXPECT_FALSE(IsSaveInterrupted(ProjectFile().c_str()));
+  const std::vector<uint8_t> wholeSet = ReadFile(Root() + "Show/Show.Bk1");
+  const std::vector<uint8_t> wholeTimeline = ReadFile(TimelineFile("Timeline1", "Show", ".Bk1"));
+  // A save stopped during its renames leaves its marker behind.
+  WriteFile(ProjectFile() + kCommitSuffix, std::string());
+  EXPECT_TRUE(IsSaveInterrupted(ProjectFile().c_str()));
+  project.projectData.iOpaqueA = 77;
+  project.MarkChanged(0);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  EXPECT_FALSE(IsSaveInterrupted(ProjectFile().c_str()));
+  EXPECT_EQ(ReadFile(Root() + "Show/Show.Bk1"), wholeSet);
+  EXPECT_EQ(ReadFile(TimelineFile("Timeline1", "Show", ".Bk1")), wholeTimeline);
+  CProject opened;
+  ASSERT_EQ(opened.Open(ProjectFile().c_str(), 1), 0);
+  EXPECT_EQ(opened.projectData.iOpaqueA, 77);
+  EXPECT_FALSE(IsSaveInterrupted(nullptr));
+}
+
 // --- Loading timelines and repositories ---------------------------------------
 
 TEST_F(ProjectOpenSave, VanishedFilesAreSkippedAndTheirNamesGoAtTheNextSave) {
