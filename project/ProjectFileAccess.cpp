@@ -2,6 +2,7 @@
 
 #include "files/AppDirectories.h"
 #include "core/DataLockGuard.h"
+#include "project/MemoryStream.h"
 #include "project/OwnerCodes.h"
 #include "files/DataFile.h"
 #include "project/RepositoryList.h"
@@ -28,6 +29,20 @@ int32_t ReadHead(CProjectData& data, FILE* stream) {
   if (ReadFileRange(0, size, &data, stream) <= 0) return -1;
   if (std::memcmp(data.szMagic, kProjectMagic, sizeof(data.szMagic)) != 0) return -1;
   return 0;
+}
+
+bool LoadWholeFile(const char* path, const std::function<int32_t(FILE*)>& load) {
+  FILE* file = OpenDataFile(path, true);
+  if (file == nullptr) return false;
+  CMemoryStream memory;
+  if (memory.ReadFrom(file)) {
+    load(memory.Stream());  // its result is not looked at: a broken record keeps defaults
+  } else {
+    std::rewind(file);
+    load(file);
+  }
+  CloseDataFile(file);
+  return true;
 }
 
 namespace {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <string>
 
 #include "core/DataLockGuard.h"
@@ -61,6 +62,11 @@ bool WriteProjectFile(CProject& project, FILE* stream, bool withVideoMode);
 int32_t ItemPath(CProject& project, int32_t (CProject::*folder)(char*), const char* name,
                  size_t nameSize, const char* extension, char* out);
 
+// Opens path for reading only, runs load on its content (taken into memory
+// where it fits) and closes: what the item's own LoadFile does, without the
+// system call per record. False when no stream opens (a directory, say).
+bool LoadWholeFile(const char* path, const std::function<int32_t(FILE*)>& load);
+
 // The loader of LoadTimelines and LoadRepositories: clears list under its
 // outer lock, then each named file that exists is loaded and appended.
 template <class Item, class List>
@@ -89,7 +95,7 @@ void LoadItems(CProject& project, List& list, int32_t ownerCode,
     auto* item = new Item;
     std::memset(item->szName, 0, sizeof(item->szName));
     std::memcpy(item->szName, name.data(), name.size());
-    if (item->LoadFile(path.c_str()) != 0) {
+    if (!LoadWholeFile(path.c_str(), [item](FILE* stream) { return item->Load(stream); })) {
       delete item;
       continue;
     }

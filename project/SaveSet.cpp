@@ -9,6 +9,7 @@
 
 #include "files/DataFile.h"
 #include "project/BackupRotation.h"
+#include "project/MemoryStream.h"
 #include "project/ProjectNames.h"
 
 namespace {
@@ -59,6 +60,38 @@ void KeepAsBackup(const std::string& path) {
   if (::link(path.c_str(), backup1.c_str()) != 0) CopyDataFile(backup1.c_str(), path.c_str());
 }
 
+// The staged file written straight to disk: for a content too large to be
+// kept in memory.
+bool WriteDirect(const std::string& path, const std::string& staged, bool keepTail,
+                 const std::function<bool(FILE*)>& write) {
+  if (keepTail && CopyDataFile(staged.c_str(), path.c_str()) != 0) return false;
+  FILE* stream = OpenDataFile(staged.c_str(), false);
+  if (stream == nullptr) return false;
+  const bool written = write(stream) && SyncStream(stream);
+  CloseDataFile(stream);
+  return written;
+}
+
+// The new content is built in memory, where the writers' many positioned
+// writes cost no system call, then written to the staged file in one go.
+bool WriteStaged(CMemoryStream& memory, const std::string& path, const std::string& staged,
+                 bool keepTail, const std::function<bool(FILE*)>& write) {
+  memory.Clear();
+  bool inMemory = memory.Stream() != nullptr;
+  if (inMemory && keepTail && Exists(path)) {
+    FILE* old = OpenDataFile(path.c_str(), true);
+    inMemory = old != nullptr && memory.ReadFrom(old);
+    CloseDataFile(old);
+  }
+  if (!inMemory) return WriteDirect(path, staged, keepTail, write);
+  if (!write(memory.Stream())) return false;
+  FILE* stream = OpenDataFile(staged.c_str(), false);
+  if (stream == nullptr) return false;
+  const bool written = memory.WriteTo(stream) && SyncStream(stream);
+  CloseDataFile(stream);
+  return written;
+}
+
 // An empty file, on the disk before the caller goes on.
 void WriteMarker(const std::string& path) {
   FILE* stream = std::fopen(path.c_str(), "wb");
@@ -96,12 +129,7 @@ bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
   if (Exists(path) && !IsReadWrite(path)) return false;
   const std::string staged = Staged(path);
   std::remove(staged.c_str());  // a side file a killed save left behind
-  if (keepTail && CopyDataFile(staged.c_str(), path.c_str()) != 0) return false;
-  FILE* stream = OpenDataFile(staged.c_str(), false);
-  if (stream == nullptr) return false;
-  const bool written = write(stream) && SyncStream(stream);
-  CloseDataFile(stream);
-  if (!written) {
+  if (!WriteStaged(m_Memory, path, staged, keepTail, write)) {
     std::remove(staged.c_str());
     return false;
   }

@@ -30,6 +30,8 @@
 #include <utility>
 #include <vector>
 
+#include "project/MemoryStream.h"
+
 // Process-wide: whether saves wait for the disk. On by default; tools and
 // benchmarks that don't need it may switch it off.
 void SetSaveDurability(bool durable);
@@ -71,6 +73,7 @@ class CSaveSet {
   };
   static std::string Staged(const std::string& path) { return path + kStagedSuffix; }
   std::string m_MarkerPath;
+  CMemoryStream m_Memory;  // one buffer for every file of the save
   std::vector<Entry> m_Entries;
   bool m_bCommitted = false;
 };

@@ -100,6 +100,28 @@ void BM_OpenSaveProjectDurable(benchmark::State& state) {
 }
 BENCHMARK(BM_OpenSaveProjectDurable)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 
+// The two halves apart: Open alone, and Save alone of an opened project.
+void BM_OpenProject(benchmark::State& state) {
+  SavedProject& saved = Saved();
+  for (auto _ : state) {
+    CProject project;
+    if (project.Open(saved.path.c_str(), 1) != 0) state.SkipWithError("open failed");
+  }
+  state.SetBytesProcessed(state.iterations() * saved.bytes);
+}
+BENCHMARK(BM_OpenProject)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
+void BM_SaveProject(benchmark::State& state) {
+  SavedProject& saved = Saved();
+  CProject project;
+  project.Open(saved.path.c_str(), 1);
+  for (auto _ : state) {
+    if (project.Save(saved.path.data()) != 0) state.SkipWithError("save failed");
+  }
+  state.SetBytesProcessed(state.iterations() * saved.bytes);
+}
+BENCHMARK(BM_SaveProject)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+
 // The peer: each file read whole with one fread and written whole, as a new
 // file beside it, with one fwrite.
 void BM_RawReadWriteSameBytes(benchmark::State& state) {
