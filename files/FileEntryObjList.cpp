@@ -33,9 +33,9 @@ struct EntryInfo {
   const char* name;
   time_t writeTime;
   bool directory;
-  bool hidden;          // the name starts with "."
-  bool system;          // neither a plain file nor a directory
-  bool ownerWritable;   // a directory without it counts as read-only
+  bool hidden;         // the name starts with "."
+  bool system;         // neither a plain file nor a directory
+  bool ownerWritable;  // a directory without it counts as read-only
 };
 
 EntryInfo Describe(const char* name) {
@@ -119,7 +119,7 @@ FileEntryObjList& FileEntryObjList::CopyFrom(const FileEntryObjList& other) {
 }
 
 int32_t FileEntryObjList::ScanDirectory(const char* path, const char* pattern, uint8_t mode) {
-  const Selection selection = mode == kScanFiles             ? Selection::kFiles
+  const Selection selection = mode == kScanFiles            ? Selection::kFiles
                               : mode == kScanSubDirectories ? Selection::kDirectories
                                                             : Selection::kNothing;
   return Scan({path, pattern, kOwnerScanDirectory, true, selection, Action::kList});

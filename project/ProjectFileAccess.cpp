@@ -1,10 +1,10 @@
 #include "project/ProjectFileAccess.h"
 
-#include "files/AppDirectories.h"
 #include "core/DataLockGuard.h"
+#include "files/AppDirectories.h"
+#include "files/DataFile.h"
 #include "project/MemoryStream.h"
 #include "project/OwnerCodes.h"
-#include "files/DataFile.h"
 #include "project/RepositoryList.h"
 #include "project/TimelineList.h"
 

@@ -20,9 +20,9 @@
 #include "project/BackupRotation.h"
 #include "project/OwnerCodes.h"
 #include "project/Project.h"
+#include "project/ProjectFileAccess.h"
 #include "project/ProjectFileList.h"
 #include "project/ProjectNames.h"
-#include "project/ProjectFileAccess.h"
 #include "project/RepositoryList.h"
 #include "project/SaveSet.h"
 #include "project/TimelineList.h"
@@ -247,8 +247,9 @@ int32_t CProject::Save(char* path) {
   MakeDirectories();
   ChangeToAppDir();
   CSaveSet set(std::string(path) + kCommitSuffix);
-  if (!set.Stage(path, rotate, !rotate,
-                 [this](FILE* stream) { return projectfiles::WriteProjectFile(*this, stream, true); })) {
+  if (!set.Stage(path, rotate, !rotate, [this](FILE* stream) {
+        return projectfiles::WriteProjectFile(*this, stream, true);
+      })) {
     return -1;  // nothing on disk has changed
   }
   StageItems(*this, set, *pTimelineList, ownercode::kOwnerSaveTimelineFiles,
@@ -273,8 +274,8 @@ int32_t CProject::LoadTimelines(CProjectFileList* names, const char* folder,
                                 const char* extension) {
   if (names == nullptr) return -1;
   projectfiles::LoadItems<CTimeline>(*this, *pTimelineList, ownercode::kOwnerLoadTimelines,
-                                     &CProject::GetTimelineDir, kTimelineExtension, *names,
-                                     folder, extension);
+                                     &CProject::GetTimelineDir, kTimelineExtension, *names, folder,
+                                     extension);
   projectData.iTimelineCount = pTimelineList->GetCount();
   return 0;
 }

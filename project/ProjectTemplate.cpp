@@ -49,12 +49,13 @@ int32_t WriteProjectTemplate(const char* folder) {
   Rename(timeline->szName, sizeof(timeline->szName), kDefaultTimelineName);
   Rename(repository->szName, sizeof(repository->szName), kDefaultRepositoryName);
 
-  const bool written =
-      WriteFresh(base + kTemplateProjectName + kProjectExtension,
-                 [&](FILE* stream) { return projectfiles::WriteProjectFile(project, stream, true); }) &&
-      WriteFresh(base + kDefaultTimelineName + kTimelineExtension,
-                 [&](FILE* stream) { return timeline->Save(stream) == 0; }) &&
-      WriteFresh(base + kDefaultRepositoryName + kRepositoryExtension,
-                 [&](FILE* stream) { return repository->Save(stream) == 0; });
+  const bool written = WriteFresh(base + kTemplateProjectName + kProjectExtension,
+                                  [&](FILE* stream) {
+                                    return projectfiles::WriteProjectFile(project, stream, true);
+                                  }) &&
+                       WriteFresh(base + kDefaultTimelineName + kTimelineExtension,
+                                  [&](FILE* stream) { return timeline->Save(stream) == 0; }) &&
+                       WriteFresh(base + kDefaultRepositoryName + kRepositoryExtension,
+                                  [&](FILE* stream) { return repository->Save(stream) == 0; });
   return written ? 0 : -1;
 }

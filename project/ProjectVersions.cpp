@@ -73,8 +73,7 @@ void CopyFiles(const std::string& from, std::initializer_list<const char*> patte
 }
 
 void RemoveFiles(const std::string& folder, std::initializer_list<const char*> patterns) {
-  ForEachFile(folder, patterns,
-              [](const FileEntryObj& entry) { std::remove(entry.sFullPath); });
+  ForEachFile(folder, patterns, [](const FileEntryObj& entry) { std::remove(entry.sFullPath); });
 }
 
 std::string Sub(const std::string& folder, std::initializer_list<const char*> names) {
@@ -122,13 +121,12 @@ int32_t CProject::CreateVersion() {
   if (projectData.szVersionName[0] == '\0') {
     // The name stays in the record: the next version without a new name
     // goes to the same folder.
-    std::snprintf(projectData.szVersionName, sizeof(projectData.szVersionName),
-                  kNewVersionFormat, GetNextVersionNumber());
+    std::snprintf(projectData.szVersionName, sizeof(projectData.szVersionName), kNewVersionFormat,
+                  GetNextVersionNumber());
   }
   const std::string name = FieldText(projectData.szVersionName, sizeof(projectData.szVersionName));
   DeleteVersion(name.c_str(), 0);
-  const std::string version =
-      FolderText(*this, &CProject::GetVersionsDir) + name + kSeparator;
+  const std::string version = FolderText(*this, &CProject::GetVersionsDir) + name + kSeparator;
   MakeFolderIfMissing(version);
   CopyFiles(FolderText(*this, &CProject::GetProjectDir), {kProjectPattern, kBackupPattern},
             version);
@@ -181,7 +179,8 @@ int32_t CProject::RestoreVersion(const char* folder) {
   // begin with one. An unknown version becomes an empty folder, no copies.
   const std::string version = folder;
   MakeFolderIfMissing(version);
-  CopyFiles(version, {kProjectPattern, kBackupPattern}, FolderText(*this, &CProject::GetProjectDir));
+  CopyFiles(version, {kProjectPattern, kBackupPattern},
+            FolderText(*this, &CProject::GetProjectDir));
   CopyFiles(version + kSeparator + Sub("", {kDatabaseFolder, kRepositoryFolder}),
             {kRepositoryPattern, kBackupPattern}, FolderText(*this, &CProject::GetRepositoryDir));
   CopyFiles(version + kSeparator + Sub("", {kDatabaseFolder, kTimelineFolder}),

@@ -85,8 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     WriteBytes(folder + "Database/Timeline/Timeline1" + extension, timeline, timelineSize);
   }
   for (const char* extension : {".Qzr", ".Bk1"}) {
-    WriteBytes(folder + "Database/Repository/Repository1" + extension, repository,
-               repositorySize);
+    WriteBytes(folder + "Database/Repository/Repository1" + extension, repository, repositorySize);
   }
 
   CProject opened;

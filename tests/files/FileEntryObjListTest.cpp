@@ -153,8 +153,7 @@ TEST_F(DirectoryScan, EntriesComeInDirectoryOrderWithRunningIndexes) {
   for (const char* name : {"c.qzt", "a.qzt", "e.qzt", "b.qzt", "d.qzt"}) Touch(m_Scanned / name);
   FileEntryObjList list;
   ASSERT_EQ(list.ScanFiles(Scanned().c_str(), "*.qzt"), 0);
-  const auto expected =
-      ReaddirOrder(m_Scanned, [](const std::string& n) { return n.size() > 4; });
+  const auto expected = ReaddirOrder(m_Scanned, [](const std::string& n) { return n.size() > 4; });
   EXPECT_EQ(Names(list), expected);
   for (int32_t i = 0; i < list.GetCount(); ++i) {
     EXPECT_EQ(list.GetAt(i)->iIndex, i);

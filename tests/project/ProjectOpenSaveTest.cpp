@@ -590,9 +590,8 @@ TEST_F(ProjectOpenSave, EnsureDefaultContentLengthHasAFloorAndDmxPresetsDontCoun
 TEST_F(ProjectOpenSave, ZoomTableMapsEverySetting) {
   const int8_t savedZoom = g_GlobalCfg.cfg.iDefTimeZoom;
   const std::vector<std::pair<int, int>> table = {
-      {0, 16}, {1, 15}, {2, 14},  {3, 13},  {4, 12},  {5, 11},  {6, 10}, {7, 9},  {8, 8},
-      {9, 7},  {10, 6}, {11, 5},  {12, 4},  {13, 3},  {14, 2},  {15, 1}, {16, 7}, {-1, 7},
-      {100, 7}};
+      {0, 16}, {1, 15}, {2, 14}, {3, 13}, {4, 12}, {5, 11}, {6, 10}, {7, 9},  {8, 8},  {9, 7},
+      {10, 6}, {11, 5}, {12, 4}, {13, 3}, {14, 2}, {15, 1}, {16, 7}, {-1, 7}, {100, 7}};
   for (const auto& [setting, zoom] : table) {
     g_GlobalCfg.cfg.iDefTimeZoom = static_cast<int8_t>(setting);
     CProject project;

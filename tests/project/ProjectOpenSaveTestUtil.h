@@ -95,8 +95,8 @@ class OpenSaveTest : public ::testing::Test {
 
   // A project under Root() with `timelines` timelines (tracks x components)
   // and two repositories, a video mode of its own and some opaque fields.
-  void Fill(CProject& project, const char* name = "Show", int32_t timelines = 3,
-            int32_t tracks = 2, int32_t components = 4) {
+  void Fill(CProject& project, const char* name = "Show", int32_t timelines = 3, int32_t tracks = 2,
+            int32_t components = 4) {
     projecttest::PlaceProject(project, Root(), name);
     project.projectData.iSize = kProjectRecordSize;
     std::memcpy(project.projectData.szMagic, kProjectMagic, sizeof(project.projectData.szMagic));

@@ -104,7 +104,8 @@ class ProjectSaveFault : public OpenSaveTest {
     }
     close(fds[1]);
     int32_t generation = 0;
-    EXPECT_EQ(read(fds[0], &generation, sizeof(generation)), static_cast<ssize_t>(sizeof(generation)));
+    EXPECT_EQ(read(fds[0], &generation, sizeof(generation)),
+              static_cast<ssize_t>(sizeof(generation)));
     const auto elapsed = std::chrono::steady_clock::now() - start;
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
@@ -174,8 +175,8 @@ TEST_F(ProjectSaveFault, KilledSavesLeaveTheLastCompletedSaveReadable) {
       ++fromMain;
     } else {
       CProject backup;
-      const int32_t backupGeneration = GenerationOf(
-          backup, backup.OpenWithExtension((Root() + "Show/Show.Bk1").c_str()));
+      const int32_t backupGeneration =
+          GenerationOf(backup, backup.OpenWithExtension((Root() + "Show/Show.Bk1").c_str()));
       ASSERT_EQ(backupGeneration, last)
           << "kill " << kills << ": main set holds " << mainGeneration << ", .Bk1 set "
           << backupGeneration << ", last completed save " << last;
@@ -183,10 +184,10 @@ TEST_F(ProjectSaveFault, KilledSavesLeaveTheLastCompletedSaveReadable) {
     }
     ASSERT_EQ(testsupport::ReadText(media), "media that no save touches");
   }
-  std::printf("%d kills survived (%d saves completed, %d kills during the renames): %d read "
-              "from the main files, %d from the .Bk1 set; kills spread over %lld us\n",
-              kills, last, interruptedCommits, fromMain, fromBackup,
-              static_cast<long long>(spreadUs));
+  std::printf(
+      "%d kills survived (%d saves completed, %d kills during the renames): %d read "
+      "from the main files, %d from the .Bk1 set; kills spread over %lld us\n",
+      kills, last, interruptedCommits, fromMain, fromBackup, static_cast<long long>(spreadUs));
   SetSaveDurability(true);
   EXPECT_GE(kills, kMinimumKills);
   EXPECT_GT(last, kMinimumKills / 10);  // the children did complete saves
