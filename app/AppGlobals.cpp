@@ -1,12 +1,12 @@
-// The program's global objects: theApp, the global data lock and the global
-// component list. With the library's globals, defined in their own libraries,
-// they are built in the order of platform/StartOrder.h and destroyed in
-// reverse; naming them below makes them part of the program.
+// The program's global objects: theApp, the global data lock, the global
+// track list and the global component list. With the library's globals, defined in their own
+// libraries, they are built in the order of platform/StartOrder.h and destroyed in reverse; naming
+// them below makes them part of the program.
 #include "app/AppGlobals.h"
-#include "platform/StartOrder.h"
 
 #include "app/TachyrunApp.h"
 #include "core/DataLock.h"
+#include "platform/StartOrder.h"
 #include "timeline/ComponentList.h"
 #if TACHYRUN_HAS_CONFIG
 #include "config/GlobalCfg.h"
@@ -17,12 +17,17 @@
 #if TACHYRUN_HAS_REGISTRY
 #include "registry/RegStore.h"
 #endif
+#if TACHYRUN_HAS_PROJECT
+#include "project/TrackList.h"
+#endif
 
 namespace tachyrun {
 
 CTachyrunApp theApp TACHYRUN_START_ORDER(platform::kStartApp);
 CDataLock g_AppDataLock TACHYRUN_START_ORDER(platform::kStartDataLock);
-// The track list global joins here, before this one, with the project library.
+#if TACHYRUN_HAS_PROJECT
+CTrackList g_AppTrackList TACHYRUN_START_ORDER(platform::kStartTrackList);
+#endif
 CComponentList g_AppComponentList TACHYRUN_START_ORDER(platform::kStartComponentList);
 
 // In the order the program's start lists them.
@@ -35,6 +40,9 @@ const void* const g_apProgramGlobals[] = {
     &g_AppDataLock,
 #if TACHYRUN_HAS_VIDEO
     &g_UniqueIdGenerator,
+#endif
+#if TACHYRUN_HAS_PROJECT
+    &g_AppTrackList,
 #endif
     &g_AppComponentList,
 #if TACHYRUN_HAS_REGISTRY

@@ -126,7 +126,7 @@ class CProject : public CObject {
   int32_t AddRepository(CRepository* repository);
   // Removes the stored twin of the argument; with bDeleteFiles 1 removes
   // <name>.Qzt, .Bk1 and .Bk2 from the timeline folder. Marks. -1 for null.
-  // Pass a twin, never the stored object: the name is read after removal.
+  // A twin or the stored object itself may be passed.
   int32_t RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles);
   // The same; with bDeleteFile 1 only <name>.Qzr goes, the backups stay.
   int32_t RemoveRepository(const CRepository* repository, uint8_t bDeleteFile);
@@ -279,7 +279,7 @@ class CProject : public CObject {
   void ClearStack(CPointerArray<CUndoData>& stack);
   // A snapshot of timeline, with text cut at 100 bytes, into record.
   static void Snapshot(CUndoData& record, const CTimeline& timeline, const char* text);
-  // The path of <folder>/<name><extension>, or -1 when it does not fit.
-  int32_t FolderFilePath(int32_t (CProject::*folder)(char*), const char* name,
-                         const char* extension, char* out);
+  // Removes <folder><name><extension>; nothing for a path that does not fit.
+  void RemoveFolderFile(int32_t (CProject::*folder)(char*), const char* name,
+                        const char* extension);
 };

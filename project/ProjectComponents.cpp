@@ -1,6 +1,7 @@
 // Tracks and components exchanged with a caller's twins by id, through every
-// timeline of the project (walk W3 of ProjectWalk.h, whose lock order holds
-// here: C, L, T, K, released K, T, L, C).
+// timeline of the project (walk W3 of ProjectWalk.h, in the lock order
+// written there; an operation with a list argument takes that list's lock
+// first).
 
 #include <strings.h>
 

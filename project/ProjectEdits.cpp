@@ -79,6 +79,18 @@ bool HasNamed(List& list, const char* path, int32_t code) {
   return false;
 }
 
+// Removes the stored twin of `twin` under the list's outer lock taken with
+// `code`; *count receives the count that is left. What RemoveById gave.
+template <class List, class Element>
+int32_t RemoveTwin(List& list, const Element& twin, int32_t code, int32_t* count) {
+  CDataLockGuard outer(list.m_OuterLock, code);
+  const uint64_t id = static_cast<uint64_t>(twin.iId);
+  const int32_t result =
+      list.RemoveById(static_cast<uint32_t>(id), static_cast<uint32_t>(id >> 32));
+  *count = list.GetCount();
+  return result;
+}
+
 // A stored name field as a terminated text.
 template <size_t N>
 void NameOf(const char (&field)[N], char* out) {
@@ -106,21 +118,18 @@ int32_t CProject::AddRepository(CRepository* repository) {
 
 int32_t CProject::RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles) {
   if (timeline == nullptr) return -1;
-  int32_t result = 0;
-  {
-    CDataLockGuard timelines(pTimelineList->m_OuterLock, kOwnerRemoveTimeline);
-    const uint64_t id = static_cast<uint64_t>(timeline->iId);
-    result = pTimelineList->RemoveById(static_cast<uint32_t>(id), static_cast<uint32_t>(id >> 32));
-    projectData.iTimelineCount = pTimelineList->GetCount();
-  }
+  // The name is taken before the removal, so that passing the stored object
+  // itself instead of a twin reads nothing that the removal deleted.
+  char name[kPathBufferSize];
+  NameOf(timeline->szName, name);
+  int32_t count = 0;
+  const int32_t result = RemoveTwin(*pTimelineList, *timeline, kOwnerRemoveTimeline, &count);
+  projectData.iTimelineCount = count;
   if (bDeleteFiles == 1) {
-    char name[kPathBufferSize];
-    NameOf(timeline->szName, name);
     // The timeline and both its backups go.
     for (const char* extension : {projectnames::kTimelineExtension, projectnames::kBackup1Extension,
                                   projectnames::kBackup2Extension}) {
-      char path[kPathBufferSize];
-      if (FolderFilePath(&CProject::GetTimelineDir, name, extension, path) == 0) std::remove(path);
+      RemoveFolderFile(&CProject::GetTimelineDir, name, extension);
     }
   }
   Mark();
@@ -129,23 +138,14 @@ int32_t CProject::RemoveTimeline(const CTimeline* timeline, uint8_t bDeleteFiles
 
 int32_t CProject::RemoveRepository(const CRepository* repository, uint8_t bDeleteFile) {
   if (repository == nullptr) return -1;
-  int32_t result = 0;
-  {
-    CDataLockGuard repositories(pRepositoryList->m_OuterLock, kOwnerRemoveRepository);
-    const uint64_t id = static_cast<uint64_t>(repository->iId);
-    result =
-        pRepositoryList->RemoveById(static_cast<uint32_t>(id), static_cast<uint32_t>(id >> 32));
-    projectData.iRepositoryCount = pRepositoryList->GetCount();
-  }
+  char name[kPathBufferSize];
+  NameOf(repository->szName, name);  // before the removal, as above
+  int32_t count = 0;
+  const int32_t result = RemoveTwin(*pRepositoryList, *repository, kOwnerRemoveRepository, &count);
+  projectData.iRepositoryCount = count;
   if (bDeleteFile == 1) {
-    char name[kPathBufferSize];
-    NameOf(repository->szName, name);
     // Only the repository file: unlike a timeline's, its backups stay.
-    char path[kPathBufferSize];
-    if (FolderFilePath(&CProject::GetRepositoryDir, name, projectnames::kRepositoryExtension,
-                       path) == 0) {
-      std::remove(path);
-    }
+    RemoveFolderFile(&CProject::GetRepositoryDir, name, projectnames::kRepositoryExtension);
   }
   Mark();
   return result;

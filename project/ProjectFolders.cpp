@@ -163,11 +163,12 @@ int32_t CProject::GetTmpDir(char* out) {
   return CopyIfFits(ProjectFolder(projectData, {kTmpFolder}), out);
 }
 
-int32_t CProject::FolderFilePath(int32_t (CProject::*folder)(char*), const char* name,
-                                 const char* extension, char* out) {
+void CProject::RemoveFolderFile(int32_t (CProject::*folder)(char*), const char* name,
+                                const char* extension) {
   char directory[kPathBufferSize];
-  if ((this->*folder)(directory) != 0) return -1;
-  return CopyIfFits(std::string(directory) + name + extension, out);
+  char path[kPathBufferSize];
+  if ((this->*folder)(directory) != 0) return;
+  if (CopyIfFits(std::string(directory) + name + extension, path) == 0) std::remove(path);
 }
 
 int32_t CProject::MakeDirectories() {

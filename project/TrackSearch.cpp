@@ -9,9 +9,7 @@
 namespace {
 
 int64_t FramesOf(double ms) {
-  CTimeCode timeCode;
-  timeCode.SetMilliseconds(ms);
-  return timeCode.GetFrames();
+  return FramesAtDefaultRate(ms);
 }
 
 // Whether a component covers frame: s <= frame < e.

@@ -65,14 +65,12 @@ CDeviceMode* CDeviceModeList::FindByIds(uint32_t first, uint32_t second) {
 
 namespace {
 
-// Stores word and flag into the given fields of every mode; the caller holds
-// the inner lock.
-void SetOutput(CPointerArray<CDeviceMode>& modes, int32_t CDeviceModeData::*wordField,
-               uint8_t CDeviceModeData::*flagField, int32_t word, uint8_t flag) {
+// Runs apply on every mode; the caller holds the inner lock. (Packed fields
+// are reached by name: a member pointer would lose their alignment.)
+template <class Apply>
+void ForEachMode(CPointerArray<CDeviceMode>& modes, Apply apply) {
   for (CDeviceMode* mode : modes) {
-    if (mode == nullptr) continue;
-    mode->*flagField = flag;
-    mode->*wordField = word;
+    if (mode != nullptr) apply(*mode);
   }
 }
 
@@ -80,13 +78,19 @@ void SetOutput(CPointerArray<CDeviceMode>& modes, int32_t CDeviceModeData::*word
 
 int32_t CDeviceModeList::SetOutputA(int32_t word, uint8_t flag) {
   CDataLockGuard inner(m_InnerLock, 0);
-  SetOutput(m_aItems, &CDeviceModeData::iOutputA, &CDeviceModeData::cOutputA, word, flag);
+  ForEachMode(m_aItems, [word, flag](CDeviceMode& mode) {
+    mode.cOutputA = flag;
+    mode.iOutputA = word;
+  });
   return 0;
 }
 
 int32_t CDeviceModeList::SetOutputB(int32_t word, uint8_t flag) {
   CDataLockGuard inner(m_InnerLock, 0);
-  SetOutput(m_aItems, &CDeviceModeData::iOutputB, &CDeviceModeData::cOutputB, word, flag);
+  ForEachMode(m_aItems, [word, flag](CDeviceMode& mode) {
+    mode.cOutputB = flag;
+    mode.iOutputB = word;
+  });
   return 0;
 }
 

@@ -16,6 +16,7 @@
 #include "app/TachyrunApp.h"
 #include "app/TachyrunDlg.h"
 #include "engine/Pixmill.h"
+#include "project/TrackList.h"
 
 namespace {
 
@@ -89,11 +90,13 @@ TEST(Lifecycle, QuitEndsTheModalRunToo) {
 
 TEST(Lifecycle, ProgramHoldsTheLibraryGlobalsBesideItsOwn) {
   // Registry store and configuration, theApp, data lock, id generator,
-  // component list, two stores.
-  ASSERT_EQ(g_nProgramGlobals, 8u);
+  // track list, component list, two stores.
+  ASSERT_EQ(g_nProgramGlobals, 9u);
   EXPECT_EQ(g_apProgramGlobals[2], &theApp);
   EXPECT_EQ(g_apProgramGlobals[3], &g_AppDataLock);
-  EXPECT_EQ(g_apProgramGlobals[5], &g_AppComponentList);
+  EXPECT_EQ(g_apProgramGlobals[5], &g_AppTrackList);
+  EXPECT_EQ(g_apProgramGlobals[6], &g_AppComponentList);
+  EXPECT_EQ(g_AppTrackList.GetCount(), 0);
   EXPECT_EQ(g_AppComponentList.GetCount(), 0);
   for (size_t i = 0; i < g_nProgramGlobals; ++i) EXPECT_NE(g_apProgramGlobals[i], nullptr) << i;
   EXPECT_EQ(g_AppDataLock.Acquire(0), 1);

@@ -44,10 +44,10 @@ TEST_F(ProjectComponents, SetTrackCopiesTheFirstTwinInEachTimelineAndMarks) {
   TrackAt(*b, 0)->iId = twin.iId;
   TrackAt(*a, 2)->iId = twin.iId;
   EXPECT_EQ(project.SetTrack(&twin), 0);
-  EXPECT_EQ(TrackAt(*a, 1)->iSizeY, 77);
-  EXPECT_EQ(TrackAt(*a, 2)->iSizeY, 30);  // only the first in a timeline
-  EXPECT_EQ(TrackAt(*b, 0)->iSizeY, 77);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+TrackAt(*a, 1)->iSizeY, 77);
+  EXPECT_EQ(+TrackAt(*a, 2)->iSizeY, 30);  // only the first in a timeline
+  EXPECT_EQ(+TrackAt(*b, 0)->iSizeY, 77);
+  EXPECT_EQ(+project.iChangeCount, 2);
   ExpectCodes(79, 80, 81);
   EXPECT_EQ(project.SetTrack(nullptr), -1);
 }
@@ -57,9 +57,9 @@ TEST_F(ProjectComponents, GetTrackFillsTheTwin) {
   CTrack out;
   out.iId = TrackAt(*b, 1)->iId;
   EXPECT_EQ(project.GetTrack(&out), 0);
-  EXPECT_EQ(out.iSizeY, 44);
+  EXPECT_EQ(+out.iSizeY, 44);
   EXPECT_EQ(out.components.GetCount(), 3);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   ExpectCodes(82, 83, 84);
   EXPECT_EQ(project.GetTrack(nullptr), -1);
 }
@@ -90,8 +90,8 @@ TEST_F(ProjectComponents, UpdateComponentCopiesTheFirstMatchInEachTrack) {
   EXPECT_EQ(+stored->dEnd, 321.0);
   EXPECT_EQ(+ComponentAt(*a, 1, 1)->dEnd, 1500.0);  // the later one in that track stays
   EXPECT_EQ(+ComponentAt(*b, 0, 2)->dEnd, 321.0);
-  EXPECT_EQ(project.iChangeCount, 2);  // a mark for each match
-  EXPECT_EQ(project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 2);  // a mark for each match
+  EXPECT_EQ(+project.iModified, 1);
   ExpectCodes(70, 71, 72);
   EXPECT_EQ(project.UpdateComponent(nullptr), -1);
 }
@@ -99,7 +99,7 @@ TEST_F(ProjectComponents, UpdateComponentCopiesTheFirstMatchInEachTrack) {
 TEST_F(ProjectComponents, UpdateComponentOfAnUnknownIdChangesNothing) {
   CComponent stranger;
   EXPECT_EQ(project.UpdateComponent(&stranger), 0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
 }
 
 TEST_F(ProjectComponents, GetComponentInNoTimelineLeavesItAndDoesNotMark) {
@@ -107,8 +107,8 @@ TEST_F(ProjectComponents, GetComponentInNoTimelineLeavesItAndDoesNotMark) {
   outside.dEnd = 55.0;
   EXPECT_EQ(project.GetComponent(&outside), 0);
   EXPECT_EQ(+outside.dEnd, 55.0);
-  EXPECT_EQ(project.iChangeCount, 0);
-  EXPECT_EQ(project.iModified, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
+  EXPECT_EQ(+project.iModified, 0);
   ExpectCodes(73, 74, 75);
 }
 
@@ -118,8 +118,8 @@ TEST_F(ProjectComponents, GetComponentInATimelineCopiesItAndMarks) {
   out.iUniqueId = ComponentAt(*b, 1, 2)->iUniqueId;
   EXPECT_EQ(project.GetComponent(&out), 0);
   EXPECT_EQ(+out.dEnd, 4242.0);
-  EXPECT_EQ(project.iChangeCount, 1);
-  EXPECT_EQ(project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
+  EXPECT_EQ(+project.iModified, 1);
   EXPECT_EQ(project.GetComponent(nullptr), -1);
 }
 
@@ -131,7 +131,7 @@ TEST_F(ProjectComponents, GetComponentOfTheFreeStandingOneTakesNoLockAndNoMark) 
   EXPECT_EQ(project.GetComponent(&out), 0);
   project.pTimelineList->m_OuterLock.Release();
   EXPECT_EQ(+out.dEnd, 999.0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 5000);
 }
 
@@ -144,7 +144,7 @@ TEST_F(ProjectComponents, UpdateComponentsCopiesEachMatchAndMarks) {
   EXPECT_EQ(project.UpdateComponents(&list, 0), 0);
   EXPECT_EQ(+ComponentAt(*a, 0, 1)->dEnd, 11.0);
   EXPECT_EQ(+ComponentAt(*b, 1, 0)->dEnd, 22.0);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
   ExpectCodes(56, 57, 58);
   EXPECT_EQ(OwnerCode(list.m_OuterLock), 55);
   EXPECT_FALSE(IsHeld(list.m_OuterLock));
@@ -156,7 +156,7 @@ TEST_F(ProjectComponents, UpdateComponentsWithAnEmptyListDoesNothing) {
   project.pTimelineList->m_OuterLock.Acquire(5000);  // a walk would wait here for good
   EXPECT_EQ(project.UpdateComponents(&list, 1), 0);
   project.pTimelineList->m_OuterLock.Release();
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(OwnerCode(list.m_OuterLock), 55);
 }
 
@@ -171,9 +171,9 @@ TEST_F(ProjectComponents, UpdateComponentsMovesToTheTrackOfItsLine) {
   EXPECT_EQ(ComponentAt(*a, 0, 0), next);  // the walk stayed at index 0
   ASSERT_EQ(TrackAt(*a, 2)->components.GetCount(), 3);
   EXPECT_EQ(ComponentAt(*a, 2, 2), moving);  // the same object, appended
-  EXPECT_EQ(moving->iLine, 2);
+  EXPECT_EQ(+moving->iLine, 2);
   // Met again in its new track, where its line is its track: it stays.
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
 }
 
 TEST_F(ProjectComponents, UpdateComponentsMovesOnlyInsideTheTimeline) {
@@ -186,8 +186,8 @@ TEST_F(ProjectComponents, UpdateComponentsMovesOnlyInsideTheTimeline) {
   EXPECT_EQ(TrackAt(*a, 1)->components.GetCount(), 2);
   EXPECT_EQ(TrackAt(*a, 0)->components.GetCount(), 2);
   EXPECT_EQ(TrackAt(*a, 2)->components.GetCount(), 2);
-  EXPECT_EQ(ComponentAt(*a, 1, 0)->iLine, -1);  // copied, not moved
-  EXPECT_EQ(ComponentAt(*a, 1, 1)->iLine, 3);
+  EXPECT_EQ(+ComponentAt(*a, 1, 0)->iLine, -1);  // copied, not moved
+  EXPECT_EQ(+ComponentAt(*a, 1, 1)->iLine, 3);
 }
 
 TEST_F(ProjectComponents, UpdateComponentsWithoutTheFlagNeverMoves) {
@@ -196,7 +196,7 @@ TEST_F(ProjectComponents, UpdateComponentsWithoutTheFlagNeverMoves) {
   list.GetAt(0)->iLine = 1;
   EXPECT_EQ(project.UpdateComponents(&list, 0), 0);
   EXPECT_EQ(TrackAt(*a, 0)->components.GetCount(), 2);
-  EXPECT_EQ(ComponentAt(*a, 0, 0)->iLine, 1);
+  EXPECT_EQ(+ComponentAt(*a, 0, 0)->iLine, 1);
 }
 
 TEST_F(ProjectComponents, FetchComponentsFillsEveryMatchingElementAndMarks) {
@@ -212,13 +212,13 @@ TEST_F(ProjectComponents, FetchComponentsFillsEveryMatchingElementAndMarks) {
   EXPECT_EQ(+first->dEnd, 8080.0);
   EXPECT_EQ(+second->dEnd, 8080.0);
   EXPECT_EQ(+list.GetAt(2)->dEnd, 0.0);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
   ExpectCodes(67, 68, 69);
   EXPECT_EQ(OwnerCode(list.m_OuterLock), 66);
   EXPECT_EQ(project.FetchComponents(nullptr), -1);
   CComponentList empty;
   EXPECT_EQ(project.FetchComponents(&empty), 0);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
 }
 
 TEST_F(ProjectComponents, SetComponentParamsWritesBitPatterns) {
@@ -232,7 +232,7 @@ TEST_F(ProjectComponents, SetComponentParamsWritesBitPatterns) {
   uint32_t back = 0;
   std::memcpy(&back, &stored->fParamB, 4);
   EXPECT_EQ(back, 0xFFFFFFFFu);  // a NaN pattern, kept bit for bit
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 49);
   EXPECT_EQ(OwnerCode(b->lockTimeline), 50);
   EXPECT_EQ(OwnerCode(b->tracks.m_OuterLock), 51);
@@ -241,7 +241,7 @@ TEST_F(ProjectComponents, SetComponentParamsWritesBitPatterns) {
 TEST_F(ProjectComponents, SetComponentParamsWithIdZeroIsRefused) {
   EXPECT_EQ(project.SetComponentParams(0, 0, 1, 2), -1);
   EXPECT_EQ(project.SetComponentParam(0, 0, 1, 2), -1);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 0);  // no walk ran
 }
 
@@ -257,7 +257,7 @@ TEST_F(ProjectComponents, SetComponentParamPicksTheFieldByWhich) {
   EXPECT_EQ(project.SetComponentParam(Low(id), High(id), 7, threeBits), 0);
   EXPECT_EQ(+stored->fParamB, 3.0f);
   EXPECT_EQ(+stored->fParamA, 2.0f);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
   ExpectCodes(52, 53, 54);
 }
 
@@ -273,7 +273,7 @@ TEST_F(ProjectComponents, CollectLinkedGathersAParentAndItsChildren) {
   EXPECT_EQ(+out.GetAt(1)->iUniqueId, +ComponentAt(*a, 1, 1)->iUniqueId);
   EXPECT_EQ(+out.GetAt(2)->iUniqueId, +ComponentAt(*b, 1, 2)->iUniqueId);
   EXPECT_NE(out.GetAt(0), parent);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   ExpectCodes(60, 61, 62);
   EXPECT_EQ(OwnerCode(out.m_OuterLock), 59);
   EXPECT_EQ(project.CollectLinked(1, 0, nullptr), -1);
@@ -289,7 +289,7 @@ TEST_F(ProjectComponents, CollectAtTimeIncludesBothEndsOfAComponent) {
   EXPECT_EQ(out.GetCount(), 2);
   EXPECT_EQ(project.CollectAtTime(b->iId, &out, 1700), 0);
   EXPECT_EQ(out.GetCount(), 0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(project.CollectAtTime(b->iId, nullptr, 0), -1);
 }
 
@@ -321,7 +321,7 @@ TEST_F(ProjectComponents, CopyAllComponentsCopiesEveryComponent) {
   ASSERT_EQ(out.GetCount(), 3 * 2 + 2 * 3);
   EXPECT_EQ(+out.GetAt(0)->iUniqueId, +ComponentAt(*a, 0, 0)->iUniqueId);
   EXPECT_EQ(+out.GetAt(11)->iUniqueId, +ComponentAt(*b, 1, 2)->iUniqueId);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   ExpectCodes(77, 78, 0);
   EXPECT_EQ(OwnerCode(out.m_OuterLock), 76);
   EXPECT_EQ(project.CopyAllComponents(nullptr), -1);
@@ -341,7 +341,7 @@ TEST_F(ProjectComponents, CountMovedMediaAndMaxSerial) {
   ComponentAt(*a, 1, 0)->iSerial = 7;
   EXPECT_EQ(project.GetMaxSerial(), 12);
   ExpectCodes(63, 64, 65);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
 }
 
 TEST_F(ProjectComponents, ComponentTrackIndexFromTheLastTimelineThatHasIt) {
@@ -400,7 +400,7 @@ TEST_F(ProjectComponents, MarkUsedMediaFlagsTheMediaThatTimelinesUse) {
   EXPECT_EQ(OwnerCode(b->tracks.m_OuterLock), 58);
   EXPECT_EQ(OwnerCode(repository.lockRepository), 0);
   EXPECT_FALSE(IsHeld(repository.lockRepository));
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(project.MarkUsedMedia(nullptr), -1);
 }
 

@@ -39,15 +39,15 @@ TEST_F(ProjectEdits, AddMarksAndTakesOwnership) {
   EXPECT_EQ(project.pRepositoryList->GetAt(0), repository);
   EXPECT_EQ(project.AddTimeline(MakeTimeline("Third", 0, 0)), 0);
   EXPECT_EQ(project.pTimelineList->GetCount(), 3);
-  EXPECT_EQ(project.iModified, 1);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 2);
 }
 
 TEST_F(ProjectEdits, AddOfNullIsRefusedWithoutAMark) {
   EXPECT_EQ(project.AddTimeline(nullptr), -1);
   EXPECT_EQ(project.AddRepository(nullptr), -1);
   EXPECT_EQ(project.pTimelineList->GetCount(), 2);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
 }
 
 TEST_F(ProjectEdits, AddTakesNoLock) {
@@ -67,8 +67,8 @@ TEST_F(ProjectEdits, SetTimelineCopiesTheTwinOverTheStoredOneAndMarks) {
   EXPECT_STREQ(stored->szName, "Renamed");
   EXPECT_EQ(+ComponentAt(*stored, 2, 0)->dEnd, 777.0);
   EXPECT_NE(stored, twin.get());
-  EXPECT_EQ(project.iModified, 1);
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 41);
 }
 
@@ -78,8 +78,8 @@ TEST_F(ProjectEdits, SetTimelineWithAnUnknownIdChangesNothingAndDoesNotMark) {
   EXPECT_EQ(project.SetTimeline(&stranger), 0);
   EXPECT_STREQ(StoredTimeline(project, 0)->szName, "First");
   EXPECT_STREQ(StoredTimeline(project, 1)->szName, "Second");
-  EXPECT_EQ(project.iModified, 0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iModified, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_FALSE(IsHeld(project.pTimelineList->m_OuterLock));
 }
 
@@ -89,7 +89,7 @@ TEST_F(ProjectEdits, GetTimelineFillsTheTwinWithoutAMark) {
   EXPECT_EQ(project.GetTimeline(&out), 0);
   EXPECT_STREQ(out.szName, "First");
   EXPECT_EQ(out.tracks.GetCount(), 2);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 47);
   EXPECT_EQ(project.GetTimeline(nullptr), -1);
   EXPECT_EQ(project.SetTimeline(nullptr), -1);
@@ -104,11 +104,11 @@ TEST_F(ProjectEdits, TimelineMarkersGoBothWays) {
   EXPECT_EQ(project.SetTimelineMarkers(twin.get()), 0);
   CTimeline* stored = StoredTimeline(project, 0);
   ASSERT_EQ(stored->markers.GetCount(), 2);
-  EXPECT_EQ(stored->markers.GetAt(1)->iTime, 200);
+  EXPECT_EQ(+stored->markers.GetAt(1)->iTime, 200);
   EXPECT_NE(stored->markers.GetAt(1), twin->markers.GetAt(1));
-  EXPECT_EQ(stored->iMarkerCount, 2);
+  EXPECT_EQ(+stored->iMarkerCount, 2);
   EXPECT_STREQ(stored->szName, "First");
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 41);
 
   CTimeline out;
@@ -116,10 +116,10 @@ TEST_F(ProjectEdits, TimelineMarkersGoBothWays) {
   out.markers.Add(new CMarkerPoint(5, 9));
   EXPECT_EQ(project.GetTimelineMarkers(&out), 0);
   ASSERT_EQ(out.markers.GetCount(), 2);
-  EXPECT_EQ(out.markers.GetAt(0)->iTime, 100);
-  EXPECT_EQ(out.iMarkerCount, 2);
+  EXPECT_EQ(+out.markers.GetAt(0)->iTime, 100);
+  EXPECT_EQ(+out.iMarkerCount, 2);
   EXPECT_EQ(out.tracks.GetCount(), 0);  // markers only
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 47);
 }
 
@@ -138,7 +138,7 @@ TEST_F(ProjectEdits, TrackViewsGoTrackByTrackWithoutAMark) {
   EXPECT_EQ(+TrackAt(*stored, 2)->fViewB, 12.0f);
   EXPECT_EQ(TrackAt(*stored, 2)->cViewB, 102);
   EXPECT_EQ(TrackAt(*stored, 2)->cViewA, 0);  // not one of the view values
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 44);
 
   CTimeline out;
@@ -178,7 +178,7 @@ TEST_F(ProjectEdits, CursorIsCutTowardsZeroAndNeverMarks) {
   EXPECT_EQ(project.GetTimelineCursor(twin.get()), std::numeric_limits<int64_t>::max());
   StoredTimeline(project, 0)->dCursorMs = std::nan("");
   EXPECT_EQ(project.GetTimelineCursor(twin.get()), 0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   CTimeline stranger;
   EXPECT_EQ(project.GetTimelineCursor(&stranger), 0);
   EXPECT_EQ(project.GetTimelineCursor(nullptr), 0);
@@ -197,7 +197,7 @@ TEST_F(ProjectEdits, RepositoriesGoByIdUnderTheirListsLock) {
   EXPECT_EQ(project.SetRepository(&twin), 0);
   EXPECT_STREQ(stored->szName, "Renamed");
   EXPECT_EQ(stored->components.GetCount(), 1);
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pRepositoryList->m_OuterLock), 42);
 
   CRepository out;
@@ -209,7 +209,7 @@ TEST_F(ProjectEdits, RepositoriesGoByIdUnderTheirListsLock) {
 
   CRepository stranger;
   EXPECT_EQ(project.SetRepository(&stranger), 0);
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(project.SetRepository(nullptr), -1);
   EXPECT_EQ(project.GetRepository(nullptr), -1);
 }
@@ -237,10 +237,10 @@ TEST_F(ProjectEdits, HasRepositoryLooksAtRepositoriesOnly) {
 
 TEST_F(ProjectEdits, TouchTimelinesTakesTheListLockAndMarks) {
   EXPECT_EQ(project.TouchTimelines(0), -1);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
   EXPECT_EQ(project.TouchTimelines(1), 0);
-  EXPECT_EQ(project.iChangeCount, 1);
-  EXPECT_EQ(project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
+  EXPECT_EQ(+project.iModified, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 93);
   EXPECT_FALSE(IsHeld(project.pTimelineList->m_OuterLock));
 }
@@ -248,19 +248,19 @@ TEST_F(ProjectEdits, TouchTimelinesTakesTheListLockAndMarks) {
 TEST_F(ProjectEdits, MarkChangedMarksInEveryFormAndHooksDoNothing) {
   EXPECT_EQ(project.MarkChanged(5), 0);
   EXPECT_EQ(project.MarkChanged(5, 6), 0);
-  EXPECT_EQ(project.iChangeCount, 2);
-  EXPECT_EQ(project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 2);
+  EXPECT_EQ(+project.iModified, 1);
   EXPECT_EQ(project.ReservedHook(1), 0);
   EXPECT_EQ(project.ReservedHookB(1), 0);
   EXPECT_EQ(project.ReservedHookC(1), 0);
-  EXPECT_EQ(project.iChangeCount, 2);
+  EXPECT_EQ(+project.iChangeCount, 2);
 }
 
 class ProjectFileRemoval : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_FALSE(scratch.path().empty());
-    PlaceProject(project, scratch.path(), "Show");
+    ASSERT_FALSE(scratch.Root().empty());
+    PlaceProject(project, FolderOf(scratch), "Show");
     project.MakeDirectories();
     char folder[kPathBufferSize];
     project.GetTimelineDir(folder);
@@ -268,7 +268,7 @@ class ProjectFileRemoval : public ::testing::Test {
     project.GetRepositoryDir(folder);
     repositories = folder;
   }
-  ScratchFolder scratch;
+  testsupport::TempDir scratch;
   CProject project;
   std::string timelines;
   std::string repositories;
@@ -287,12 +287,12 @@ TEST_F(ProjectFileRemoval, RemoveTimelineWithFilesTakesTheBackupsToo) {
   EXPECT_EQ(project.RemoveTimeline(twin.get(), 1), 0);
   EXPECT_EQ(project.pTimelineList->GetCount(), 1);
   EXPECT_STREQ(StoredTimeline(project, 0)->szName, "Keep");
-  EXPECT_EQ(project.projectData.iTimelineCount, 1);
+  EXPECT_EQ(+project.projectData.iTimelineCount, 1);
   EXPECT_FALSE(Exists(timelines + "Cut.Qzt"));
   EXPECT_FALSE(Exists(timelines + "Cut.Bk1"));
   EXPECT_FALSE(Exists(timelines + "Cut.Bk2"));
   EXPECT_TRUE(Exists(timelines + "Keep.Qzt"));
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pTimelineList->m_OuterLock), 92);
 }
 
@@ -306,11 +306,11 @@ TEST_F(ProjectFileRemoval, RemoveRepositoryWithTheFlagLeavesItsBackups) {
   twin.CopyFrom(*repository);
   EXPECT_EQ(project.RemoveRepository(&twin, 1), 0);
   EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
-  EXPECT_EQ(project.projectData.iRepositoryCount, 0);
+  EXPECT_EQ(+project.projectData.iRepositoryCount, 0);
   EXPECT_FALSE(Exists(repositories + "Repository1.Qzr"));
   EXPECT_TRUE(Exists(repositories + "Repository1.Bk1"));
   EXPECT_TRUE(Exists(repositories + "Repository1.Bk2"));
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(OwnerCode(project.pRepositoryList->m_OuterLock), 38);
 }
 
@@ -326,6 +326,24 @@ TEST_F(ProjectFileRemoval, RemoveWithoutTheFlagLeavesEveryFile) {
   EXPECT_TRUE(Exists(timelines + "Cut.Qzt"));
 }
 
+TEST_F(ProjectFileRemoval, TheStoredObjectItselfMayBePassed) {
+  project.AddTimeline(MakeTimeline("Own", 0, 0));
+  auto* repository = new CRepository;
+  std::strcpy(repository->szName, "Bin");
+  project.AddRepository(repository);
+  Touch(timelines + "Own.Qzt");
+  Touch(timelines + "Own.Bk2");
+  Touch(repositories + "Bin.Qzr");
+  // Deleted by the removal; its name was taken before.
+  EXPECT_EQ(project.RemoveTimeline(StoredTimeline(project, 0), 1), 0);
+  EXPECT_EQ(project.RemoveRepository(repository, 1), 0);
+  EXPECT_EQ(project.pTimelineList->GetCount(), 0);
+  EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
+  EXPECT_FALSE(Exists(timelines + "Own.Qzt"));
+  EXPECT_FALSE(Exists(timelines + "Own.Bk2"));
+  EXPECT_FALSE(Exists(repositories + "Bin.Qzr"));
+}
+
 TEST_F(ProjectFileRemoval, RemovingAnUnknownTwinStillMarksAndRemovesItsFiles) {
   project.AddTimeline(MakeTimeline("Stay", 0, 0));
   project.iChangeCount = 0;
@@ -335,10 +353,10 @@ TEST_F(ProjectFileRemoval, RemovingAnUnknownTwinStillMarksAndRemovesItsFiles) {
   EXPECT_EQ(project.RemoveTimeline(&stranger, 1), 0);
   EXPECT_EQ(project.pTimelineList->GetCount(), 1);
   EXPECT_FALSE(Exists(timelines + "Ghost.Qzt"));
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
   EXPECT_EQ(project.RemoveTimeline(nullptr, 1), -1);
   EXPECT_EQ(project.RemoveRepository(nullptr, 1), -1);
-  EXPECT_EQ(project.iChangeCount, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
 }
 
 }  // namespace

@@ -11,39 +11,11 @@
 
 #include "project/ProjectData.h"
 #include "project/ProjectFileList.h"
+#include "tests/support/ByteStreams.h"
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-Bytes ReadAll(FILE* f) {
-  std::fflush(f);
-  std::fseek(f, 0, SEEK_END);
-  Bytes bytes(static_cast<size_t>(std::ftell(f)));
-  std::rewind(f);
-  EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), f), bytes.size());
-  return bytes;
-}
-
-FILE* StreamOf(const Bytes& bytes) {
-  FILE* f = std::tmpfile();
-  std::fwrite(bytes.data(), 1, bytes.size(), f);
-  std::rewind(f);
-  return f;
-}
-
-template <class T>
-T At(const Bytes& b, size_t offset) {
-  T value{};
-  std::memcpy(&value, b.data() + offset, sizeof(T));
-  return value;
-}
-
-template <class T>
-void Put(Bytes& b, const T& value) {
-  const auto* p = reinterpret_cast<const uint8_t*>(&value);
-  b.insert(b.end(), p, p + sizeof(T));
-}
+using namespace testsupport;
 
 // One entry as a file holds it: size, header word, then `size - 4` name bytes.
 void PutEntry(Bytes& b, int32_t size, uint32_t header, const char* name) {
@@ -110,10 +82,7 @@ TEST(ProjectData, ViewRecordIsNineteenPackedBytes) {
 
 TEST(ProjectFileData, EntryIs268BytesWithZeroHeaderWord) {
   CProjectFileData entry("Timeline1");
-  FILE* f = std::tmpfile();
-  ASSERT_EQ(entry.Save(f), 0);
-  const Bytes b = ReadAll(f);
-  std::fclose(f);
+  const Bytes b = SavedBytes(entry);
   ASSERT_EQ(b.size(), 268u);
   EXPECT_EQ(At<int32_t>(b, 0), 264);
   EXPECT_EQ(At<uint32_t>(b, 4), 0u);
@@ -185,10 +154,7 @@ TEST(ProjectFileList, SaveWritesEveryEntryInOrderAndSkipsNulls) {
   list.Add(new CProjectFileData("A"));
   list.m_aItems.Add(nullptr);
   list.Add(new CProjectFileData("B"));
-  FILE* f = std::tmpfile();
-  EXPECT_EQ(list.Save(f), 0);
-  const Bytes b = ReadAll(f);
-  std::fclose(f);
+  const Bytes b = SavedBytes(list);
   ASSERT_EQ(b.size(), 2u * 268);
   EXPECT_STREQ(reinterpret_cast<const char*>(b.data() + 8), "A");
   EXPECT_STREQ(reinterpret_cast<const char*>(b.data() + 268 + 8), "B");

@@ -103,12 +103,12 @@ TEST(ProjectFolders, FullTextFieldsAreReadOnlyToTheirEnd) {
 class ProjectTree : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_FALSE(scratch.path().empty());
-    PlaceProject(project, scratch.path() + "root/", "Show");
+    ASSERT_FALSE(scratch.Root().empty());
+    PlaceProject(project, FolderOf(scratch) + "root/", "Show");
   }
   std::string Dir(int32_t (CProject::*get)(char*)) { return Call(project, get); }
 
-  ScratchFolder scratch;
+  testsupport::TempDir scratch;
   CProject project;
 };
 
@@ -122,7 +122,8 @@ TEST_F(ProjectTree, MakeDirectoriesMakesAllFourteenFolders) {
     EXPECT_TRUE(std::filesystem::is_directory(Dir(get))) << Dir(get);
   }
   int count = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(scratch.path() + "root"))
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(FolderOf(scratch) + "root"))
     count += entry.is_directory() ? 1 : 0;
   EXPECT_EQ(count, 13);  // the root itself and 13 below it
 }
@@ -133,21 +134,22 @@ TEST_F(ProjectTree, MakeDirectoriesTwiceChangesNothing) {
   EXPECT_EQ(project.MakeDirectories(), 0);
   EXPECT_TRUE(Exists(Dir(&CProject::GetTimelineDir) + "Timeline1.Qzt"));
   int count = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(scratch.path() + "root"))
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(FolderOf(scratch) + "root"))
     count += entry.is_directory() ? 1 : 0;
   EXPECT_EQ(count, 13);
 }
 
 TEST_F(ProjectTree, RootWithAMissingParentLeavesTheTreeUnmade) {
-  PlaceProject(project, scratch.path() + "missing/root/", "Show");
+  PlaceProject(project, FolderOf(scratch) + "missing/root/", "Show");
   EXPECT_EQ(project.MakeDirectories(), 0);
-  EXPECT_FALSE(Exists(scratch.path() + "missing"));
+  EXPECT_FALSE(Exists(FolderOf(scratch) + "missing"));
 }
 
 TEST_F(ProjectTree, ProjectWithoutANameMakesNoFolders) {
-  PlaceProject(project, scratch.path() + "root/", "");
+  PlaceProject(project, FolderOf(scratch) + "root/", "");
   EXPECT_EQ(project.MakeDirectories(), 0);
-  EXPECT_FALSE(Exists(scratch.path() + "root"));
+  EXPECT_FALSE(Exists(FolderOf(scratch) + "root"));
 }
 
 TEST_F(ProjectTree, NewTimelineNameTakesTheFirstGapOnDisk) {
@@ -212,7 +214,7 @@ TEST_F(ProjectTree, RepositoryNumbersRunAcrossAllKinds) {
 }
 
 TEST_F(ProjectTree, NewProjectNameProbesBelowTheRoot) {
-  const std::string root = scratch.path() + "root/";
+  const std::string root = FolderOf(scratch) + "root/";
   std::filesystem::create_directories(root);
   char name[kPathBufferSize] = "unchanged";
   EXPECT_EQ(project.GetNewProjectName(name), 0);
@@ -224,7 +226,7 @@ TEST_F(ProjectTree, NewProjectNameProbesBelowTheRoot) {
 }
 
 TEST_F(ProjectTree, NewProjectNameGivesUpAfter259AndLeavesTheBuffer) {
-  const std::string root = scratch.path() + "root/";
+  const std::string root = FolderOf(scratch) + "root/";
   for (int n = 1; n <= 259; ++n)
     std::filesystem::create_directories(root + "Project" + std::to_string(n) + ".qzpj");
   char name[kPathBufferSize] = "unchanged";

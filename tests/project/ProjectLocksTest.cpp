@@ -4,38 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
-#include <functional>
-#include <thread>
-
 #include "config/GlobalCfg.h"
 #include "project/Repository.h"
 #include "project/Timeline.h"
 #include "tests/core/DataLockTestPeer.h"
 #include "tests/project/ProjectTestUtil.h"
+#include "tests/support/LockWaits.h"
 
 namespace {
 
 using projecttest::AddComponent;
 
-constexpr int32_t kTestHolder = 777;
+using testsupport::ExpectWaitsFor;
 
-// Runs op on a thread while the test holds `lock`; the thread must still wait
-// after a short time and finish once the lock is released.
-void ExpectWaitsFor(CDataLock& lock, const std::function<void()>& op) {
-  lock.Acquire(kTestHolder);
-  std::atomic<bool> done{false};
-  std::thread worker([&] {
-    op();
-    done = true;
-  });
-  std::this_thread::sleep_for(std::chrono::milliseconds(150));
-  EXPECT_FALSE(done.load());
-  lock.Release();
-  worker.join();
-  EXPECT_TRUE(done.load());
-}
+constexpr int32_t kTestHolder = 777;
 
 int32_t OwnerOf(const CDataLock& lock) {
   return CDataLockTestPeer::OwnerCode(lock);
@@ -60,7 +42,7 @@ TEST(ProjectLocks, StateAtTimeWaitsForTheTrack) {
   AddComponent(track.components, 0.0, 400.0, 2);
   CTrackState state{};
   ExpectWaitsFor(track.lockTrack, [&] { track.GetStateAtTime(100.0, &state); });
-  EXPECT_EQ(state.bFound, 1);
+  EXPECT_EQ(+state.bFound, 1);
   EXPECT_EQ(OwnerOf(track.lockTrack), 1);
   EXPECT_EQ(OwnerOf(track.components.m_OuterLock), 2);
 }

@@ -163,7 +163,7 @@ TEST(ProjectConcurrency, EditsReadsAndUndoPushesOnSeveralTimelinesEndExact) {
         CComponent probe;
         probe.iUniqueId = mine->iUniqueId;
         project.GetComponent(&probe);  // a read that marks
-        EXPECT_EQ(probe.iSerial, round);
+        EXPECT_EQ(+probe.iSerial, round);
         project.GetTimeline(&view);
         project.PushUndo(&view, "round", 0);
         char text[kUndoTextSize];
@@ -194,14 +194,14 @@ TEST(ProjectConcurrency, EditsReadsAndUndoPushesOnSeveralTimelinesEndExact) {
   }
   for (std::thread& t : workers) t.join();
 
-  EXPECT_EQ(project.iChangeCount, marks.load());
-  EXPECT_EQ(project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, marks.load());
+  EXPECT_EQ(+project.iModified, 1);
   const int32_t expectedUndo = pushes.load() < kUndoStackLimit ? pushes.load() : kUndoStackLimit;
   EXPECT_EQ(project.undoList.GetSize(), expectedUndo);
   for (int32_t w = 0; w < kThreads; ++w) {
     CTimeline* stored = StoredTimeline(project, w);
     ASSERT_GE(lastValue[w], 0);
-    EXPECT_EQ(ComponentAt(*stored, 1, 2)->iSerial, lastValue[w]);
+    EXPECT_EQ(+ComponentAt(*stored, 1, 2)->iSerial, lastValue[w]);
     float expected = 0.0f;
     const uint32_t bits = static_cast<uint32_t>(lastValue[w]);
     std::memcpy(&expected, &bits, sizeof(bits));

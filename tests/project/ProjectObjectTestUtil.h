@@ -1,12 +1,10 @@
 #pragma once
 // Helpers of the project object tests: timelines of tracks of components
-// built in one call, twins taken from a project, a scratch folder, and the
+// built in one call, twins taken from a project, scratch folder paths, and the
 // owner code a lock keeps from its last holder.
 //
 // Records are packed: read their wider fields as values (a leading unary +)
 // before the assertion macros bind them.
-
-#include <stdlib.h>
 
 #include <cstdint>
 #include <cstring>
@@ -19,6 +17,7 @@
 #include "project/RepositoryList.h"
 #include "project/TimelineList.h"
 #include "tests/core/DataLockTestPeer.h"
+#include "tests/support/TempFiles.h"
 
 namespace projecttest {
 
@@ -83,28 +82,10 @@ inline bool IsHeld(const CDataLock& lock) {
   return CDataLockTestPeer::LockWord(lock) != 0;
 }
 
-// A fresh folder under the system's temporary folder, removed with its
-// contents at the end of the scope. path() ends with a separator.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tachyrun-prj-XXXXXX").string();
-    std::vector<char> buffer(pattern.begin(), pattern.end());
-    buffer.push_back('\0');
-    if (::mkdtemp(buffer.data()) != nullptr) m_path = std::string(buffer.data()) + "/";
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    if (!m_path.empty()) std::filesystem::remove_all(m_path, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  const std::string& path() const { return m_path; }
-
- private:
-  std::string m_path;
-};
+// A scratch folder as the project tests use it: with a trailing separator.
+inline std::string FolderOf(const testsupport::TempDir& dir) {
+  return dir.Root() + "/";
+}
 
 // Points a project's head record at root and name.
 inline void PlaceProject(CProject& project, const std::string& root, const char* name) {
@@ -115,12 +96,9 @@ inline void PlaceProject(CProject& project, const std::string& root, const char*
 }
 
 inline void Touch(const std::string& path) {
-  FILE* f = std::fopen(path.c_str(), "wb");
-  if (f != nullptr) std::fclose(f);
+  testsupport::WriteFile(path, std::string());
 }
 
-inline bool Exists(const std::string& path) {
-  return std::filesystem::exists(path);
-}
+using testsupport::Exists;
 
 }  // namespace projecttest

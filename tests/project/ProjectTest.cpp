@@ -21,9 +21,9 @@ bool AllZero(const CProjectData& data) {
 
 TEST(Project, NewObjectHoldsTheDefaults) {
   CProject project;
-  EXPECT_EQ(project.iModified, 0);
-  EXPECT_EQ(project.iChangeCount, 0);
-  EXPECT_EQ(project.iBackupCount, 0);
+  EXPECT_EQ(+project.iModified, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
+  EXPECT_EQ(+project.iBackupCount, 0);
   EXPECT_EQ(project.bOpen, 0);
   ASSERT_NE(project.pTimelineList, nullptr);
   ASSERT_NE(project.pRepositoryList, nullptr);
@@ -72,7 +72,7 @@ TEST(Project, CloseZeroesTheWholeHeadRecordAndEmptiesEverything) {
 
   EXPECT_TRUE(AllZero(project.projectData));
   EXPECT_EQ(project.projectData.szMagic[0], '\0');  // no magic after Close
-  EXPECT_EQ(project.projectData.iOpaqueF, 0);
+  EXPECT_EQ(+project.projectData.iOpaqueF, 0);
   EXPECT_EQ(project.bOpen, 0);
   EXPECT_EQ(project.pTimelineList->GetCount(), 0);
   EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
@@ -90,9 +90,9 @@ TEST(Project, CloseOnANewObjectChangesOnlyTheHeadRecord) {
   const int64_t freeId = project.freeComponent.iUniqueId;
   EXPECT_EQ(project.Close(), 0);
   EXPECT_TRUE(AllZero(project.projectData));  // the defaults are gone
-  EXPECT_EQ(project.iModified, 0);
-  EXPECT_EQ(project.iChangeCount, 0);
-  EXPECT_EQ(project.iBackupCount, 0);
+  EXPECT_EQ(+project.iModified, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
+  EXPECT_EQ(+project.iBackupCount, 0);
   EXPECT_EQ(project.bOpen, 0);
   EXPECT_EQ(+project.freeComponent.iUniqueId, freeId);
   EXPECT_EQ(project.pTimelineList->GetCount(), 0);
@@ -108,9 +108,9 @@ TEST(Project, CloseLeavesTheChangeMarksAlone) {
   project.MarkChanged(0);
   project.iBackupCount = 7;
   project.Close();
-  EXPECT_EQ(project.iModified, 1);
-  EXPECT_EQ(project.iChangeCount, 1);
-  EXPECT_EQ(project.iBackupCount, 7);
+  EXPECT_EQ(+project.iModified, 1);
+  EXPECT_EQ(+project.iChangeCount, 1);
+  EXPECT_EQ(+project.iBackupCount, 7);
 }
 
 TEST(Project, OnBeforeOpenIsAnEmptyHook) {
@@ -118,7 +118,7 @@ TEST(Project, OnBeforeOpenIsAnEmptyHook) {
   const CProjectData before = project.projectData;
   EXPECT_EQ(project.OnBeforeOpen(), 0);
   EXPECT_EQ(std::memcmp(&before, &project.projectData, sizeof(before)), 0);
-  EXPECT_EQ(project.iModified, 0);
+  EXPECT_EQ(+project.iModified, 0);
 }
 
 TEST(Project, DestructorReleasesEverythingItOwns) {

@@ -15,8 +15,8 @@ using namespace projecttest;
 
 TEST(UndoData, ConstructorZeroesCodesAndText) {
   CUndoData record;
-  EXPECT_EQ(record.iCode, 0);
-  EXPECT_EQ(record.iCodeB, 0);
+  EXPECT_EQ(+record.iCode, 0);
+  EXPECT_EQ(+record.iCodeB, 0);
   for (char c : record.szText) ASSERT_EQ(c, '\0');
   EXPECT_EQ(record.timeline.tracks.GetCount(), 0);
 }
@@ -31,8 +31,8 @@ TEST(UndoData, AssignMakesATwinOfTheTimeline) {
 
   CUndoData copy;
   copy.Assign(source);
-  EXPECT_EQ(copy.iCode, 5);
-  EXPECT_EQ(copy.iCodeB, 6);
+  EXPECT_EQ(+copy.iCode, 5);
+  EXPECT_EQ(+copy.iCodeB, 6);
   EXPECT_EQ(std::memcmp(copy.szText, source.szText, sizeof(copy.szText)), 0);
   EXPECT_EQ(+copy.timeline.iId, +timeline->iId);
   ASSERT_EQ(copy.timeline.tracks.GetCount(), 2);
@@ -80,13 +80,13 @@ TEST(ProjectUndo, StackHolds801RecordsAndDropsTheOldest) {
   record.iCode = 800;
   project.PushUndoRecord(&record, 0);  // 800 records: nothing goes
   ASSERT_EQ(project.undoList.GetSize(), 801);
-  EXPECT_EQ(project.undoList.GetAt(0)->iCode, 0);
+  EXPECT_EQ(+project.undoList.GetAt(0)->iCode, 0);
 
   record.iCode = 801;
   project.PushUndoRecord(&record, 0);  // 801 records: the oldest goes
   ASSERT_EQ(project.undoList.GetSize(), 801);
-  EXPECT_EQ(project.undoList.GetAt(0)->iCode, 1);
-  EXPECT_EQ(project.undoList.GetAt(800)->iCode, 801);
+  EXPECT_EQ(+project.undoList.GetAt(0)->iCode, 1);
+  EXPECT_EQ(+project.undoList.GetAt(800)->iCode, 801);
 }
 
 TEST(ProjectUndo, RedoStackHasTheSameLimit) {
@@ -97,7 +97,7 @@ TEST(ProjectUndo, RedoStackHasTheSameLimit) {
     project.PushRedoRecord(&record);
   }
   ASSERT_EQ(project.redoList.GetSize(), 801);
-  EXPECT_EQ(project.redoList.GetAt(0)->iCode, 2);
+  EXPECT_EQ(+project.redoList.GetAt(0)->iCode, 2);
 }
 
 TEST(ProjectUndo, PushWithClearRedoEmptiesRedoFirst) {
@@ -174,7 +174,7 @@ TEST(ProjectUndo, PopWithNullDropsTheTop) {
   project.PushUndoRecord(&record, 0);
   EXPECT_TRUE(project.PopUndo(nullptr));
   ASSERT_EQ(project.undoList.GetSize(), 1);
-  EXPECT_EQ(project.undoList.GetAt(0)->iCode, 1);
+  EXPECT_EQ(+project.undoList.GetAt(0)->iCode, 1);
   project.PushRedoRecord(&record);
   EXPECT_TRUE(project.PopRedo(nullptr));
   EXPECT_FALSE(project.PopRedo(nullptr));
@@ -236,8 +236,8 @@ TEST(ProjectUndo, UndoDoesNotMarkTheProject) {
   CTimeline timeline;
   project.PushUndo(&timeline, "u", 1);
   project.PopUndo(nullptr);
-  EXPECT_EQ(project.iModified, 0);
-  EXPECT_EQ(project.iChangeCount, 0);
+  EXPECT_EQ(+project.iModified, 0);
+  EXPECT_EQ(+project.iChangeCount, 0);
 }
 
 }  // namespace

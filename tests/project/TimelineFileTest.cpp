@@ -304,6 +304,29 @@ TEST(TimelineFile, FailingTrackIsKeptWithDefaultsAndReadingGoesOn) {
   EXPECT_EQ(+timeline.iTrackCount, 2);
 }
 
+TEST(TimelineFile, HugeCountsAreBoundedByTheBytesThatRemain) {
+  CTimelineData record;
+  record.iTrackCount = 0x7FFFFFFF;
+  record.iMarkerCount = 0x7FFFFFFF;
+  CTrackData track;
+  track.iComponentCount = 0x7FFFFFFF;
+  Bytes bytes;
+  Put(bytes, int32_t{1028});
+  Put(bytes, record);
+  Put(bytes, int32_t{431});
+  Put(bytes, track);
+  FILE* in = StreamOf(bytes);
+  CTimeline timeline;
+  ASSERT_EQ(timeline.Load(in), 0);
+  std::fclose(in);
+  // Past the end each list adds a bounded number of default elements, then stops.
+  const int32_t bound = CTrackList::kMaxElementsPastEnd + 1;
+  EXPECT_LE(timeline.tracks.GetCount(), bound);
+  EXPECT_LE(timeline.tracks.GetAt(0)->components.GetCount(), bound);
+  EXPECT_LE(timeline.markers.GetCount(), bound);
+  EXPECT_EQ(+timeline.iTrackCount, timeline.tracks.GetCount());
+}
+
 TEST(TimelineFile, NullStreamsGiveMinusOne) {
   CTimeline timeline;
   EXPECT_EQ(timeline.Load(nullptr), -1);

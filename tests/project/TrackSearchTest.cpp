@@ -153,11 +153,11 @@ TEST(TrackSearch, StateAtTimeReportsTheComponentThere) {
   audio->dSourceBase = 4000.0;
   CTrackState state{};
   EXPECT_EQ(track.GetStateAtTime(2000.0, &state), 1);
-  EXPECT_EQ(state.bFound, 1);
-  EXPECT_EQ(state.iComponentKind, 2);
-  EXPECT_EQ(state.iSourceFrame, audio->GetSourceFrame(2000.0));
-  EXPECT_EQ(state.iFileFrame, audio->GetFileFrame(2000.0));
-  EXPECT_NE(state.iSourceFrame, state.iFileFrame);
+  EXPECT_EQ(+state.bFound, 1);
+  EXPECT_EQ(+state.iComponentKind, 2);
+  EXPECT_EQ(+state.iSourceFrame, audio->GetSourceFrame(2000.0));
+  EXPECT_EQ(+state.iFileFrame, audio->GetFileFrame(2000.0));
+  EXPECT_NE(+state.iSourceFrame, +state.iFileFrame);
 }
 
 TEST(TrackSearch, StateWithoutComponentLeavesTheOtherFields) {
@@ -165,11 +165,11 @@ TEST(TrackSearch, StateWithoutComponentLeavesTheOtherFields) {
   AddComponent(track.components, 1000.0, 3000.0, 2);
   CTrackState state{5, 9, 77, 88, 99};
   EXPECT_EQ(track.GetStateAtTime(3000.0, &state), 0);
-  EXPECT_EQ(state.bFound, 0);
-  EXPECT_EQ(state.iTrackIndex, 5);
-  EXPECT_EQ(state.iComponentKind, 77);
-  EXPECT_EQ(state.iSourceFrame, 88);
-  EXPECT_EQ(state.iFileFrame, 99);
+  EXPECT_EQ(+state.bFound, 0);
+  EXPECT_EQ(+state.iTrackIndex, 5);
+  EXPECT_EQ(+state.iComponentKind, 77);
+  EXPECT_EQ(+state.iSourceFrame, 88);
+  EXPECT_EQ(+state.iFileFrame, 99);
   EXPECT_EQ(track.GetStateAtTime(2000.0, nullptr), 0);
 }
 
@@ -186,17 +186,17 @@ TEST(TrackSearch, StatesOfTheFirstTracksUpToMaxEntries) {
   CTrackState states[4];
   for (CTrackState& s : states) s = CTrackState{-1, -1, -1, -1, -1};
   EXPECT_EQ(tracks.GetStatesAtTime(500.0, 3, states), 0);
-  EXPECT_EQ(states[0].iTrackIndex, 0);
-  EXPECT_EQ(states[0].bFound, 1);
-  EXPECT_EQ(states[0].iComponentKind, 1);
-  EXPECT_EQ(states[1].iTrackIndex, -1);  // null track: untouched
-  EXPECT_EQ(states[1].bFound, -1);
-  EXPECT_EQ(states[2].iTrackIndex, 2);
-  EXPECT_EQ(states[2].iComponentKind, 2);
-  EXPECT_EQ(states[3].iTrackIndex, -1);  // beyond maxEntries
+  EXPECT_EQ(+states[0].iTrackIndex, 0);
+  EXPECT_EQ(+states[0].bFound, 1);
+  EXPECT_EQ(+states[0].iComponentKind, 1);
+  EXPECT_EQ(+states[1].iTrackIndex, -1);  // null track: untouched
+  EXPECT_EQ(+states[1].bFound, -1);
+  EXPECT_EQ(+states[2].iTrackIndex, 2);
+  EXPECT_EQ(+states[2].iComponentKind, 2);
+  EXPECT_EQ(+states[3].iTrackIndex, -1);  // beyond maxEntries
   EXPECT_EQ(tracks.GetStatesAtTime(500.0, 99, states), 0);
-  EXPECT_EQ(states[3].iTrackIndex, 3);
-  EXPECT_EQ(states[3].bFound, 0);
+  EXPECT_EQ(+states[3].iTrackIndex, 3);
+  EXPECT_EQ(+states[3].bFound, 0);
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "project/TrackList.h"
 #include "tests/project/ProjectTestUtil.h"

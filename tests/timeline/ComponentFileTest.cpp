@@ -7,40 +7,12 @@
 #include <memory>
 #include <vector>
 
+#include "tests/support/ByteStreams.h"
 #include "timeline/Component.h"
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-Bytes ReadAll(FILE* f) {
-  std::fflush(f);
-  std::fseek(f, 0, SEEK_END);
-  Bytes bytes(static_cast<size_t>(std::ftell(f)));
-  std::rewind(f);
-  EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), f), bytes.size());
-  return bytes;
-}
-
-FILE* StreamOf(const Bytes& bytes) {
-  FILE* f = std::tmpfile();
-  std::fwrite(bytes.data(), 1, bytes.size(), f);
-  std::rewind(f);
-  return f;
-}
-
-template <class T>
-T At(const Bytes& b, size_t offset) {
-  T value{};
-  std::memcpy(&value, b.data() + offset, sizeof(T));
-  return value;
-}
-
-template <class T>
-void Put(Bytes& b, const T& value) {
-  const auto* p = reinterpret_cast<const uint8_t*>(&value);
-  b.insert(b.end(), p, p + sizeof(T));
-}
+using namespace testsupport;
 
 void AddEffect(CComponent& c, int32_t kind, int groups) {
   auto* e = new CEffect();

@@ -3,30 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
-#include <functional>
-#include <thread>
-
+#include "tests/support/LockWaits.h"
 #include "timeline/Component.h"
 
 namespace {
 
-// Runs `op` on a thread while `lock` is held by the test; the thread must
-// still be waiting after a short time and must finish once the lock is freed.
-void ExpectWaitsFor(CDataLock& lock, const std::function<void()>& op) {
-  lock.Acquire(77);
-  std::atomic<bool> done{false};
-  std::thread worker([&] {
-    op();
-    done = true;
-  });
-  std::this_thread::sleep_for(std::chrono::milliseconds(150));
-  EXPECT_FALSE(done.load());
-  lock.Release();
-  worker.join();
-  EXPECT_TRUE(done.load());
-}
+using testsupport::ExpectWaitsFor;
 
 TEST(ComponentLocks, InitDefaultLevelsWaitsForOuterLockOfLevels) {
   CComponent c;

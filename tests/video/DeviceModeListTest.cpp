@@ -241,12 +241,13 @@ TEST(DeviceMode, IsSameModeComparesSizeFrameTimeAndFields) {
   std::strcpy(b.szCode, "other");
   EXPECT_TRUE(a.IsSameMode(&b));
   EXPECT_FALSE(a.IsSameMode(nullptr));
-  for (int32_t CDeviceModeData::*field :
-       {&CDeviceModeData::iWidth, &CDeviceModeData::iHeight, &CDeviceModeData::iFrameTime,
-        &CDeviceModeData::iFieldCode}) {
-    CDeviceMode c;
-    c.*field += 1;
-    EXPECT_FALSE(a.IsSameMode(&c));
+  CDeviceMode wider, taller, slower, interlaced;
+  wider.iWidth += 1;
+  taller.iHeight += 1;
+  slower.iFrameTime += 1;
+  interlaced.iFieldCode = 1;
+  for (CDeviceMode* other : {&wider, &taller, &slower, &interlaced}) {
+    EXPECT_FALSE(a.IsSameMode(other));
   }
 }
 
