@@ -96,7 +96,7 @@ TEST_F(ProjectBadInput, WrongMarkIsRefusedWithTheFilesBytesInTheRecord) {
     SavedAndEdited([&](std::vector<uint8_t>& bytes) { std::memcpy(bytes.data() + 4, mark, 6); });
     CProject project;
     ExpectClosedAfter(project.Open(ProjectFile().c_str(), 1), project);
-    EXPECT_EQ(project.projectData.iOpaqueA, 11);  // read before the mark was checked
+    EXPECT_EQ(+project.projectData.iOpaqueA, 11);  // read before the mark was checked
     EXPECT_STREQ(project.projectData.szProjectName, "Show");
   }
 }
@@ -113,9 +113,9 @@ TEST_F(ProjectBadInput, ShorterRecordLeavesZerosAndTheEntriesFollowAtOnce) {
   WriteFile(ProjectFile(), shorter);
   CProject opened;
   ASSERT_EQ(opened.Open(ProjectFile().c_str(), 1), 0);
-  EXPECT_EQ(opened.projectData.iSize, 600);
-  EXPECT_EQ(opened.projectData.aOpaqueBlock[3][2], 0);  // at offset 606: past the record
-  EXPECT_EQ(opened.projectData.iOpaqueF, 0);
+  EXPECT_EQ(+opened.projectData.iSize, 600);
+  EXPECT_EQ(+opened.projectData.aOpaqueBlock[3][2], 0);  // at offset 606: past the record
+  EXPECT_EQ(+opened.projectData.iOpaqueF, 0);
   EXPECT_EQ(opened.pTimelineList->GetCount(), 3);
   EXPECT_EQ(opened.pRepositoryList->GetCount(), 2);
   EXPECT_EQ(+opened.videoMode.iWidth, 1920);
@@ -153,7 +153,7 @@ TEST_F(ProjectBadInput, HostileCountsEndWithTheFileAndBoundedMemory) {
   // Every entry is taken as a timeline name (the repositories' names find no
   // .Qzt file), then a bounded run of empty ones past the end.
   EXPECT_EQ(project.pTimelineList->GetCount(), 3);
-  EXPECT_EQ(project.projectData.iTimelineCount, 3);
+  EXPECT_EQ(+project.projectData.iTimelineCount, 3);
   EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
 }
 

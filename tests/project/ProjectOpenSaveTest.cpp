@@ -40,8 +40,8 @@ TEST_F(ProjectOpenSave, SavedProjectOpensInANewObjectWithEveryRecordEqual) {
   EXPECT_EQ(opened.bOpen, 1);
   EXPECT_EQ(opened.pTimelineList->GetCount(), 3);
   EXPECT_EQ(opened.pRepositoryList->GetCount(), 2);
-  EXPECT_EQ(opened.projectData.iTimelineCount, 3);
-  EXPECT_EQ(opened.projectData.iRepositoryCount, 2);
+  EXPECT_EQ(+opened.projectData.iTimelineCount, 3);
+  EXPECT_EQ(+opened.projectData.iRepositoryCount, 2);
   EXPECT_EQ(+opened.videoMode.iWidth, 1920);
   ExpectSameProject(saved, opened);
 }
@@ -78,7 +78,7 @@ TEST_F(ProjectOpenSave, OpenWithoutFullReadsTheRecordOnly) {
   CProject opened;
   ASSERT_EQ(opened.Open(ProjectFile().c_str(), 0), 0);
   EXPECT_EQ(opened.pTimelineList->GetCount(), 0);
-  EXPECT_EQ(opened.projectData.iTimelineCount, 3);
+  EXPECT_EQ(+opened.projectData.iTimelineCount, 3);
   EXPECT_STREQ(opened.projectData.szProjectName, "Show");
 }
 
@@ -171,7 +171,7 @@ TEST_F(ProjectOpenSave, EntryOfSize265OpensWithItsTimelineSkippedAndLaterEntries
   // The second entry is read right behind the first one's size field, from
   // its zero header word: an empty name, so Timeline2 is not found either.
   EXPECT_EQ(opened.pTimelineList->GetCount(), 0);
-  EXPECT_EQ(opened.projectData.iTimelineCount, 0);
+  EXPECT_EQ(+opened.projectData.iTimelineCount, 0);
   EXPECT_TRUE(fs::exists(TimelineFile("Timeline2")));
 }
 
@@ -314,7 +314,7 @@ TEST_F(ProjectOpenSave, SaveAfterAnInterruptedCommitKeepsTheWholeBackupSet) {
   EXPECT_EQ(ReadFile(TimelineFile("Timeline1", "Show", ".Bk1")), wholeTimeline);
   CProject opened;
   ASSERT_EQ(opened.Open(ProjectFile().c_str(), 1), 0);
-  EXPECT_EQ(opened.projectData.iOpaqueA, 77);
+  EXPECT_EQ(+opened.projectData.iOpaqueA, 77);
   EXPECT_FALSE(IsSaveInterrupted(nullptr));
 }
 
@@ -335,8 +335,8 @@ TEST_F(ProjectOpenSave, VanishedFilesAreSkippedAndTheirNamesGoAtTheNextSave) {
   ASSERT_TRUE(SaveTo(opened, ProjectFile()));
   CProject again;
   ASSERT_EQ(again.Open(ProjectFile().c_str(), 0), 0);
-  EXPECT_EQ(again.projectData.iTimelineCount, 2);
-  EXPECT_EQ(again.projectData.iRepositoryCount, 1);
+  EXPECT_EQ(+again.projectData.iTimelineCount, 2);
+  EXPECT_EQ(+again.projectData.iRepositoryCount, 1);
 }
 
 TEST_F(ProjectOpenSave, BrokenTimelineFileGivesADefaultTimelineWithTheEntrysName) {
@@ -382,7 +382,7 @@ TEST_F(ProjectOpenSave, LoadersTakeAFolderAndAnExtensionAndRefuseNullNames) {
   ASSERT_EQ(project.pTimelineList->GetCount(), 1);
   EXPECT_EQ(projecttest::OwnerCode(project.pTimelineList->m_OuterLock), 35);
   EXPECT_EQ(project.pTimelineList->GetAt(0)->tracks.GetCount(), 1);
-  EXPECT_EQ(project.projectData.iTimelineCount, 1);
+  EXPECT_EQ(+project.projectData.iTimelineCount, 1);
   ASSERT_EQ(project.LoadRepositories(&names, folder.c_str(), ""), 0);
   EXPECT_EQ(project.pRepositoryList->GetCount(), 0);  // no Alpha.Qzr
   EXPECT_EQ(projecttest::OwnerCode(project.pRepositoryList->m_OuterLock), 33);
@@ -481,7 +481,7 @@ TEST_F(ProjectOpenSave, CreateWithoutTemplateLeavesAnEmptyTemplateAndAnEmptyProj
   // open, and nothing sets the flag again.
   EXPECT_EQ(project.bOpen, 0);
   // The defaults are gone: only the arguments and the save's own fields.
-  EXPECT_EQ(project.projectData.iOpaqueF, 0);
+  EXPECT_EQ(+project.projectData.iOpaqueF, 0);
   EXPECT_EQ(std::string(project.projectData.szRootPath), Root());
   EXPECT_STREQ(project.projectData.szProjectName, "Fresh");
   CProject opened;
@@ -500,7 +500,7 @@ TEST_F(ProjectOpenSave, CreateFromTheTemplateNamesItsContentAndSetsTheZoom) {
   g_GlobalCfg.cfg.iDefTimeZoom = savedZoom;
   ASSERT_EQ(project.pTimelineList->GetCount(), 1);
   EXPECT_STREQ(project.pTimelineList->GetAt(0)->szName, "Timeline1");
-  EXPECT_EQ(project.pTimelineList->GetAt(0)->iTimeZoom, 13);
+  EXPECT_EQ(+project.pTimelineList->GetAt(0)->iTimeZoom, 13);
   EXPECT_GT(project.pTimelineList->GetAt(0)->tracks.GetCount(), 0);
   ASSERT_EQ(project.pRepositoryList->GetCount(), 1);
   EXPECT_STREQ(project.pRepositoryList->GetAt(0)->szName, "Repository1");
@@ -523,7 +523,7 @@ TEST_F(ProjectOpenSave, CreateKeepsTheTemplatesRecordUnderTheCallersRootAndName)
   WriteFile(App() + "/Default.qzpj", bytes);
   CProject project;
   ASSERT_EQ(project.Create(Root().c_str(), "Kept"), 0);
-  EXPECT_EQ(project.projectData.iOpaqueE, 4242);
+  EXPECT_EQ(+project.projectData.iOpaqueE, 4242);
   EXPECT_EQ(std::string(project.projectData.szRootPath), Root());
 }
 
@@ -551,10 +551,10 @@ TEST_F(ProjectOpenSave, EnsureDefaultContentAddsATimelineAndAMediaRepository) {
   EXPECT_EQ(+timeline->dLengthMs, 600000.0);  // "00:10:00:00"
   EXPECT_EQ(+timeline->dRangeFromMs, 1000.0);
   EXPECT_EQ(+timeline->dRangeToMs, 30000.0);
-  EXPECT_EQ(timeline->iTimeZoom, 7);
+  EXPECT_EQ(+timeline->iTimeZoom, 7);
   EXPECT_GT(timeline->tracks.GetCount(), 0);
   ASSERT_EQ(project.pRepositoryList->GetCount(), 1);
-  EXPECT_EQ(project.pRepositoryList->GetAt(0)->iRepositoryKind, 1);
+  EXPECT_EQ(+project.pRepositoryList->GetAt(0)->iRepositoryKind, 1);
   EXPECT_STREQ(project.pRepositoryList->GetAt(0)->szName, "Repository1");
   EXPECT_EQ(project.iModified, 1);
   EXPECT_EQ(project.iChangeCount, 2);
@@ -584,7 +584,7 @@ TEST_F(ProjectOpenSave, EnsureDefaultContentLengthHasAFloorAndDmxPresetsDontCoun
   EXPECT_EQ(+project.pTimelineList->GetAt(0)->dLengthMs, 10000.0);
   ASSERT_EQ(project.pRepositoryList->GetCount(), 2);
   EXPECT_STREQ(project.pRepositoryList->GetAt(1)->szName, "Repository2");
-  EXPECT_EQ(project.pRepositoryList->GetAt(1)->iRepositoryKind, 1);
+  EXPECT_EQ(+project.pRepositoryList->GetAt(1)->iRepositoryKind, 1);
 }
 
 TEST_F(ProjectOpenSave, ZoomTableMapsEverySetting) {
@@ -598,7 +598,7 @@ TEST_F(ProjectOpenSave, ZoomTableMapsEverySetting) {
     projecttest::PlaceProject(project, Root(), "Zoom");
     project.EnsureDefaultContent();
     ASSERT_EQ(project.pTimelineList->GetCount(), 1);
-    EXPECT_EQ(project.pTimelineList->GetAt(0)->iTimeZoom, zoom) << "setting " << setting;
+    EXPECT_EQ(+project.pTimelineList->GetAt(0)->iTimeZoom, zoom) << "setting " << setting;
   }
   g_GlobalCfg.cfg.iDefTimeZoom = savedZoom;
 }
