@@ -31,10 +31,10 @@ int32_t ReadHead(CProjectData& data, FILE* stream) {
   return 0;
 }
 
-bool LoadWholeFile(const char* path, const std::function<int32_t(FILE*)>& load) {
+bool LoadWholeFile(CMemoryStream& memory, const char* path,
+                   const std::function<int32_t(FILE*)>& load) {
   FILE* file = OpenDataFile(path, true);
   if (file == nullptr) return false;
-  CMemoryStream memory;
   if (memory.ReadFrom(file)) {
     load(memory.Stream());  // its result is not looked at: a broken record keeps defaults
   } else {

@@ -14,6 +14,7 @@
 #include "core/DataLockGuard.h"
 #include "files/PathParts.h"
 #include "platform/Directory.h"
+#include "project/MemoryStream.h"
 #include "project/Project.h"
 #include "project/ProjectFileList.h"
 
@@ -62,10 +63,12 @@ bool WriteProjectFile(CProject& project, FILE* stream, bool withVideoMode);
 int32_t ItemPath(CProject& project, int32_t (CProject::*folder)(char*), const char* name,
                  size_t nameSize, const char* extension, char* out);
 
-// Opens path for reading only, runs load on its content (taken into memory
-// where it fits) and closes: what the item's own LoadFile does, without the
-// system call per record. False when no stream opens (a directory, say).
-bool LoadWholeFile(const char* path, const std::function<int32_t(FILE*)>& load);
+// Opens path for reading only, runs load on its content (taken into memory,
+// the buffer of `memory`, where it fits) and closes: what the item's own
+// LoadFile does, without the system call per record. False when no stream
+// opens (a directory, say).
+bool LoadWholeFile(CMemoryStream& memory, const char* path,
+                   const std::function<int32_t(FILE*)>& load);
 
 // The loader of LoadTimelines and LoadRepositories: clears list under its
 // outer lock, then each named file that exists is loaded and appended.
@@ -75,6 +78,7 @@ void LoadItems(CProject& project, List& list, int32_t ownerCode,
                CProjectFileList& names, const char* folder, const char* extension) {
   CDataLockGuard outer(list.m_OuterLock, ownerCode);
   list.Clear();
+  CMemoryStream memory;  // one buffer for all the files
   if (extension == nullptr || extension[0] == '\0') extension = defaultExtension;
   for (CProjectFileData* entry : names.m_aItems) {
     if (entry == nullptr) continue;
@@ -95,7 +99,7 @@ void LoadItems(CProject& project, List& list, int32_t ownerCode,
     auto* item = new Item;
     std::memset(item->szName, 0, sizeof(item->szName));
     std::memcpy(item->szName, name.data(), name.size());
-    if (!LoadWholeFile(path.c_str(), [item](FILE* stream) { return item->Load(stream); })) {
+    if (!LoadWholeFile(memory, path.c_str(), [item](FILE* stream) { return item->Load(stream); })) {
       delete item;
       continue;
     }
