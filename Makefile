@@ -1,5 +1,5 @@
 # Entry points. `make test` and `make run` install what is missing first.
-.PHONY: setup test check run bench bench-engine fuzz format clean
+.PHONY: setup test check run bench bench-engine fuzz fault format clean
 
 JOBS ?= $(shell nproc)
 
@@ -30,6 +30,13 @@ bench-engine: setup
 
 fuzz: setup
 	@scripts/fuzz.sh $(or $(SECONDS),60)
+
+# Kills a process saving a project at random moments for SECONDS (default
+# 60) and checks after every kill that the last completed save still opens.
+fault: setup
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default -j $(JOBS) --target test_project_save_fault
+	@TACHYRUN_FAULT_SECONDS=$(or $(SECONDS),60) build/default/tests/project/test_project_save_fault
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

@@ -34,6 +34,7 @@
 #include "timeline/ComponentList.h"
 #include "video/DeviceMode.h"
 
+class CProjectFileList;
 class CRepository;
 class CRepositoryList;
 class CTimeline;
@@ -205,6 +206,54 @@ class CProject : public CObject {
   // cInUse of each repository component: 1 when a timeline component has
   // the same path (case-blind), else 0. -1 for null.
   int32_t MarkUsedMedia(CRepository* repository);
+
+  // === Open, save, backup sets and versions (ProjectOpenSave.cpp,
+  // ProjectVersions.cpp) ===================================================
+  // Paths are taken from the application directory, which is current while
+  // these run; the caller's current directory comes back afterwards.
+  // A new project: the template Default.qzpj of the application directory
+  // with Timeline1.Qzt and Repository1.Qzr beside it, saved under
+  // rootPath/projectName (either may be null). Always 0.
+  int32_t Create(const char* rootPath, const char* projectName);
+  // Reads the project file at path (bFull 1: with its timelines,
+  // repositories and video mode). A moved project takes its root from path.
+  // -1 for null, no stream, a record size below 1 or above 1873, or a
+  // wrong mark. A missing file is created empty (and then refused).
+  int32_t Open(const char* path, uint8_t bFull);
+  // Reads a set saved under another extension (a .Bk1 set, a copy): the
+  // timelines and repositories with path's extension, no root check.
+  int32_t OpenWithExtension(const char* path);
+  // Writes the project file and every timeline and repository file, with
+  // backup rotation; what it wrote is on disk when it returns (see
+  // SetSaveDurability). -1 for null or a project file that can't be written,
+  // and then nothing on disk has changed.
+  int32_t Save(char* path);
+  // RotateBackupFiles(path, bForce) when the project changed or bForce is
+  // set. Always 0.
+  int32_t RotateBackups(const char* path, uint8_t bForce);
+  // Replaces the list by the named files of folder (null: the project's
+  // folder of that kind) with extension (null or empty: .Qzt / .Qzr);
+  // missing files are skipped. -1 for null names.
+  int32_t LoadTimelines(CProjectFileList* names, const char* folder, const char* extension);
+  int32_t LoadRepositories(CProjectFileList* names, const char* folder, const char* extension);
+  // Each into the project's folder of its kind with extension (null: .Qzt /
+  // .Qzr; empty: none). Always 0.
+  int32_t SaveTimelines(const char* extension);
+  int32_t SaveRepositories(const char* extension);
+  // At least one timeline and one media repository. Always 0.
+  int32_t EnsureDefaultContent();
+  // Writes the state in memory as a .Bk1 set beside path; -1 when nothing
+  // changed since the last one, or on failure.
+  int32_t SaveBackup(const char* path);
+  // The first n without a Versions/Version<n>/ folder.
+  int32_t GetNextVersionNumber();
+  // Copies the database files as they stand on disk to Versions/<name>/.
+  int32_t CreateVersion();  // always 0
+  int32_t CreateNamedVersion(const char* name);
+  int32_t DeleteVersion(const char* name, uint32_t bRemoveFolders);
+  int32_t DeleteVersionFiles(const char* folder, uint32_t bRemoveFolders);
+  int32_t RestoreVersion(const char* folder);
+  // === end of open, save, backup sets and versions ========================
 
   // Members, in this order.
   int32_t iModified = 0;     // 1 after an edit: the next save rotates backups
