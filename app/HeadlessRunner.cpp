@@ -5,10 +5,7 @@
 #include <ostream>
 #include <sstream>
 
-#include "app/CpuTestFamily.h"
 #include "app/DialogTemplate.h"
-#include "app/GpuCommands.h"
-#include "app/ResultLines.h"
 #include "app/TachyrunDlg.h"
 
 namespace tachyrun {
@@ -38,19 +35,12 @@ std::string ParseIdList(const std::string& strList, std::vector<int>& aIds) {
   return {};
 }
 
-const RunnableControl* FindRunnable(const std::vector<RunnableControl>& all, int iId) {
-  for (const RunnableControl& c : all) {
-    if (c.iId == iId) return &c;
-  }
-  return nullptr;
-}
-
-void PrintJsonResult(std::ostream& out, const RunnableControl& c, const std::string& strLine) {
+void PrintJsonResult(std::ostream& out, const ControlDef& c, const RunResult& result) {
   out.precision(12);  // the lines carry three decimals; keep every digit
-  out << "{\"id\":" << c.iId << ",\"label\":" << JsonQuote(c.szLabel)
-      << ",\"line\":" << JsonQuote(strLine) << ",\"figures\":{";
+  out << "{\"id\":" << c.iControl << ",\"label\":" << JsonQuote(c.szLabel)
+      << ",\"line\":" << JsonQuote(result.strLine) << ",\"figures\":{";
   bool bFirst = true;
-  for (const auto& [name, dValue] : ParseFigures(strLine)) {
+  for (const auto& [name, dValue] : result.aFigures) {
     out << (bFirst ? "" : ",") << JsonQuote(name) << ':';
     // JSON has no infinity: a figure that is not finite is null.
     if (std::isfinite(dValue)) {
@@ -101,28 +91,29 @@ ParsedArgs ParseRunnerArgs(const std::vector<std::string>& args) {
   return parsed;
 }
 
-std::vector<RunnableControl> RunnableControls() {
-  std::vector<RunnableControl> all;
-  for (const CpuTestDef& d : CpuTests())
-    all.push_back({d.iControl, d.szLabel, d.iResultEdit, d.szMeasures});
-  for (const GpuCommandDef& d : GpuCommands())
-    all.push_back({d.iControl, d.szLabel, d.iResultEdit, d.szMeasures});
-  all.push_back({1017, "EfxTst", 1012,
-                 "one perspective render of the image of edit 1034 at 720x576 on the GPU engine"});
-  all.push_back({1005, "Test", 1000, "list test: builds and releases 100000 components, time per item"});
-  all.push_back({kLockTestControl, "Test", 0,
-                 "lock test: its watchdog keeps the lock, so it blocks the program for good"});
+std::vector<const ControlDef*> RunnableControls() {
+  std::vector<const ControlDef*> all;
+  for (const ControlDef& def : Controls()) {
+    if (def.eHeadless != Headless::NeedsUser) all.push_back(&def);
+  }
   return all;
 }
 
 std::string RefusalOf(int iId, const RunnerOptions& options) {
-  if (iId == kBrowseControl)
-    return "control 1035 opens a file dialog and needs a user; give the file with --image";
-  if (iId == kLockTestControl && !options.bAllowLockTest)
-    return "control 1020 is the lock test, which never returns (its watchdog holds the lock "
-           "for good); add --allow-lock-test to run it anyway";
-  if (FindRunnable(RunnableControls(), iId) == nullptr)
-    return "control " + std::to_string(iId) + " runs no test (see --list)";
+  const ControlDef* def = FindControl(iId);
+  if (def == nullptr) return "control " + std::to_string(iId) + " runs no test (see --list)";
+  const std::string strControl = "control " + std::to_string(iId);
+  switch (def->eHeadless) {
+    case Headless::NeedsUser:
+      return strControl + " opens a file dialog and needs a user; give the file with --image";
+    case Headless::OnRequest:
+      if (options.bAllowLockTest) return {};
+      return strControl +
+             " is the lock test, which never returns (its watchdog holds the lock "
+             "for good); add --allow-lock-test to run it anyway";
+    case Headless::Runs:
+      break;
+  }
   return {};
 }
 
@@ -145,15 +136,14 @@ void PrintHelp(std::ostream& out) {
 }
 
 void PrintList(std::ostream& out) {
-  for (const RunnableControl& c : RunnableControls()) {
-    out << c.iId << '\t' << c.szLabel << '\t'
-        << (c.iResultEdit != 0 ? "edit " + std::to_string(c.iResultEdit) : "no line") << '\t'
-        << c.szMeasures << '\n';
+  for (const ControlDef* c : RunnableControls()) {
+    out << c->iControl << '\t' << c->szLabel << '\t'
+        << (c->iResultEdit != 0 ? "edit " + std::to_string(c->iResultEdit) : "no line") << '\t'
+        << c->szMeasures << '\n';
   }
 }
 
 int RunHeadless(const RunnerOptions& options, std::ostream& out, std::ostream& err) {
-  const std::vector<RunnableControl> all = RunnableControls();
   for (int iId : options.aControls) {
     const std::string strWhyNot = RefusalOf(iId, options);
     if (!strWhyNot.empty()) {
@@ -164,19 +154,16 @@ int RunHeadless(const RunnerOptions& options, std::ostream& out, std::ostream& e
   CTachyrunDlg dlg;
   dlg.Create();
   if (options.strImage) {
-    if (auto* edit = qobject_cast<QLineEdit*>(dlg.Control(1034)))
+    if (auto* edit = qobject_cast<QLineEdit*>(dlg.Control(kImageEditControl)))
       edit->setText(QString::fromLocal8Bit(options.strImage->c_str()));
   }
   for (int iId : options.aControls) {
-    const RunnableControl& c = *FindRunnable(all, iId);
-    dlg.RunControl(iId);
-    const std::string strLine =
-        c.iResultEdit != 0 ? dlg.ControlText(c.iResultEdit).toLocal8Bit().toStdString() : "";
+    const RunResult result = dlg.RunControl(iId).value_or(RunResult{});
     if (options.bJson) {
-      PrintJsonResult(out, c, strLine);
+      PrintJsonResult(out, *FindControl(iId), result);
       out << '\n';
     } else {
-      out << iId << '\t' << strLine << '\n';
+      out << iId << '\t' << result.strLine << '\n';
     }
   }
   out.flush();

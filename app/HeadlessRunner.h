@@ -8,10 +8,9 @@
 #include <string>
 #include <vector>
 
-namespace tachyrun {
+#include "measure/ControlCatalogue.h"
 
-inline constexpr int kLockTestControl = 1020;
-inline constexpr int kBrowseControl = 1035;
+namespace tachyrun {
 
 struct RunnerOptions {
   enum class Mode { Dialog, Run, List, Help };
@@ -29,14 +28,8 @@ struct ParsedArgs {
 };
 ParsedArgs ParseRunnerArgs(const std::vector<std::string>& args);
 
-// A control that --run accepts, with the edit that shows its line (0: none).
-struct RunnableControl {
-  int iId;
-  const char* szLabel;
-  int iResultEdit;
-  const char* szMeasures;
-};
-std::vector<RunnableControl> RunnableControls();
+// The catalogue's controls that --run accepts (with --allow-lock-test).
+std::vector<const ControlDef*> RunnableControls();
 // Empty when --run may run `iId` under `options`, else why not.
 std::string RefusalOf(int iId, const RunnerOptions& options);
 

@@ -11,12 +11,12 @@
 #include <string>
 #include <thread>
 
-#include "app/CpuTestFamily.h"
-#include "app/GpuCommands.h"
-#include "app/LockTest.h"
 #include "app/TestBitmap.h"
 #include "core/DataLock.h"
 #include "engine/Pixmill.h"
+#include "measure/ControlCatalogue.h"
+#include "measure/LockRun.h"
+#include "measure/RunResult.h"
 #include "platform/Event.h"
 
 class QLineEdit;
@@ -28,7 +28,7 @@ namespace tachyrun {
 // never deleted by the dialog.
 extern CTestBitmap* g_pTestImage;
 
-class CTachyrunDlg : public QDialog, public CLockTestHost {
+class CTachyrunDlg : public QDialog, public CLockRun {
   Q_OBJECT
 
  public:
@@ -51,9 +51,9 @@ class CTachyrunDlg : public QDialog, public CLockTestHost {
   // The about entry of the dialog's menu (the system menu's place here).
   QMenu* SystemMenu() const { return m_pSysMenu; }
 
-  // The handler of control `iId`, as its click runs it; false for a control
-  // without one.
-  bool RunControl(int iId);
+  // Runs the handler of control `iId`, as its click does, and hands back what
+  // it measured; nothing for a control without a handler.
+  std::optional<RunResult> RunControl(int iId);
   QWidget* Control(int iId) const;
   QString ControlText(int iId) const;
 
@@ -91,31 +91,28 @@ class CTachyrunDlg : public QDialog, public CLockTestHost {
 
  private:
   void ConnectHandlers();
-  void RunCpu(int iControl);
+  void RunHandler(const ControlDef& def);
+  void RunCpu(const ControlDef& def);
+  void RunGpu(const ControlDef& def);
+  CPixmill& Engine(EngineSlot eSlot);
+  // Keeps what a handler measured for RunControl's caller.
+  void Deliver(const ControlDef& def, RunResult result);
   QLineEdit* ResultEdit(int iId) const;
+  // The whole text goes to the tooltip when the edit is too narrow for it.
   void SetResultText(int iEditId, const char* szText);
 
-  // m_pTestLock, m_hStopEvent and m_hTestThread come from CLockTestHost.
+  // m_pTestLock, m_hStopEvent and m_hTestThread come from CLockRun.
   QIcon m_hIcon;
   CPixmill m_PixCpu1;
   CPixmill m_PixCpuN;
   CPixmill m_PixGpuSd;
   CPixmill m_PixGpuHd;
-  QLineEdit* m_Result1000 = nullptr;
-  QLineEdit* m_Result1001 = nullptr;
-  QLineEdit* m_Result1002 = nullptr;
-  QLineEdit* m_Result1003 = nullptr;
-  QLineEdit* m_Result1004 = nullptr;
-  QLineEdit* m_Result1010 = nullptr;
-  QLineEdit* m_Result1011 = nullptr;
-  QLineEdit* m_Result1012 = nullptr;
-  QLineEdit* m_Result1013 = nullptr;
-  QLineEdit* m_Result1014 = nullptr;
   std::string m_strImageFile = kInitialImageFile;
 
   std::map<int, QWidget*> m_Controls;
   QMenu* m_pSysMenu = nullptr;
   FileChooser m_FileChooser;
+  RunResult m_LastRun;
   int m_iRoundLimit = 0;
   bool m_bInitDone = false;
 };

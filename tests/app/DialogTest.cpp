@@ -19,8 +19,8 @@
 #include <filesystem>
 #include <string>
 
-#include "app/ResultLines.h"
 #include "app/TachyrunDlg.h"
+#include "measure/ResultLines.h"
 
 namespace tachyrun {
 namespace {

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
+#include <vector>
 
-#include "app/ListTest.h"
+#include "measure/ListRun.h"
 #include "timeline/ComponentList.h"
 
 namespace tachyrun {
@@ -46,6 +48,29 @@ TEST(ListTest, BuildAndReleaseOfNothingStillClears) {
   BuildAndReleaseComponents(list, 0);
   EXPECT_EQ(list.GetCount(), 0);
   EXPECT_EQ(list.GetModCount(), before + 1);
+}
+
+TEST(ListTest, TheResultCarriesTheLineAndItsFiguresAsShown) {
+  char line[kListTestLineBytes];
+  FormatListTestLine(line, 4, 10);
+  const RunResult result = ListTestResult(line, 4, 10);
+  EXPECT_EQ(result.strLine, "Copy 4 items Time Elapsed: 2.500 ms  Tot=10");
+  ASSERT_EQ(result.aFigures.size(), 2u);
+  EXPECT_EQ(result.aFigures[0].strName, "Elapsed");
+  EXPECT_EQ(result.aFigures[0].dValue, 2.5);
+  EXPECT_EQ(result.aFigures[1].strName, "Tot");
+  EXPECT_EQ(result.aFigures[1].dValue, 10.0);
+  EXPECT_EQ(result.dFrameMs.value_or(-1), 2.5);
+  EXPECT_EQ(result.iStatus, 0);
+}
+
+TEST(ListTest, TheWholeRunWritesStartedThenTheLineItHandsBack) {
+  std::vector<std::string> texts;
+  const RunResult result = RunListTest([&](const char* s) { texts.emplace_back(s); });
+  ASSERT_EQ(texts.size(), 2u);
+  EXPECT_EQ(texts[0], "started...");
+  EXPECT_EQ(texts[1], result.strLine);
+  EXPECT_EQ(texts[1].rfind("Copy 100000 items Time Elapsed: ", 0), 0u) << texts[1];
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "app/LockTest.h"
+#include "measure/LockRun.h"
 
 #include "platform/Clock.h"
 #include "platform/WaitResult.h"
@@ -15,7 +15,7 @@ constexpr int kDialogRounds = 10;
 // Wait for any of the first `count` events: the index of the signalled one,
 // or 258 after `dwTimeoutMs`. The watchdog waits on one event; more are
 // polled in 1 ms steps.
-uint32_t WaitForAny(const CLockTestHost::EventHandle* handles, int count, uint32_t dwTimeoutMs) {
+uint32_t WaitForAny(const CLockRun::EventHandle* handles, int count, uint32_t dwTimeoutMs) {
   if (count == 1) return handles[0]->Wait(dwTimeoutMs);
   const uint32_t start = platform::TickCountMs();
   for (;;) {
@@ -37,12 +37,12 @@ WatchdogAction WatchdogStep(uint32_t waitResult, int32_t& rounds) {
   return rounds == kWatchdogReleaseRound ? WatchdogAction::ReleaseLock : WatchdogAction::Continue;
 }
 
-CLockTestHost::~CLockTestHost() {
+CLockRun::~CLockRun() {
   delete m_hTestThread;
 }
 
-uint32_t CLockTestHost::WatchdogThreadProc(void* dialog) {
-  auto* host = static_cast<CLockTestHost*>(dialog);
+uint32_t CLockRun::WatchdogThreadProc(void* dialog) {
+  auto* host = static_cast<CLockRun*>(dialog);
   // The thread's own reference to the stop event: it outlives StopWatchdog's close.
   EventHandle handles[kHandleSlots];
   CDataLock* lock = nullptr;
@@ -68,15 +68,15 @@ uint32_t CLockTestHost::WatchdogThreadProc(void* dialog) {
   }
 }
 
-int32_t CLockTestHost::StartWatchdog() {
+int32_t CLockRun::StartWatchdog() {
   if (m_hTestThread != nullptr) return 0;
   std::lock_guard<std::mutex> guard(m_StartGuard);
   if (!m_hStopEvent) m_hStopEvent = std::make_shared<platform::Event>(false, false);
-  m_hTestThread = CThreadHandle::Create(&WatchdogThreadProc, static_cast<CLockTestHost*>(this));
+  m_hTestThread = CThreadHandle::Create(&WatchdogThreadProc, static_cast<CLockRun*>(this));
   return 0;
 }
 
-int32_t CLockTestHost::StopWatchdog() {
+int32_t CLockRun::StopWatchdog() {
   if (m_hTestThread == nullptr) return 0;
   m_hTestThread->SetPriority(0);
   if (m_hStopEvent) m_hStopEvent->Set();
@@ -91,7 +91,7 @@ int32_t CLockTestHost::StopWatchdog() {
   return 0;
 }
 
-void CLockTestHost::RunLockTest() {
+void CLockRun::RunLockTest() {
   // Never contended; deleted while still held, which the lock allows.
   CDataLock* first = new CDataLock;
   first->Acquire(0);

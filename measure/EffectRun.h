@@ -6,10 +6,11 @@
 #include <cstdint>
 #include <cstring>
 
-#include "app/PicturePairState.h"
-#include "app/ResultLines.h"
-#include "app/TestBitmap.h"
 #include "engine/Pixmill.h"
+#include "measure/BitmapData.h"
+#include "measure/PicturePairState.h"
+#include "measure/ResultLines.h"
+#include "measure/RunResult.h"
 
 namespace tachyrun {
 
@@ -17,15 +18,26 @@ inline constexpr int kEffectWidth = 720;
 inline constexpr int kEffectHeight = 576;
 inline constexpr uint32_t kEffectMaxBytes = kEffectWidth * kEffectHeight * 4;
 
-// Copies the bitmap's pixels into `pDst` (room for kEffectMaxBytes): at most
+// Copies the locked pixels into `pDst` (room for kEffectMaxBytes): at most
 // 720 x 576 x 4 bytes, fewer when Stride x Height is smaller. The block is not
 // re-laid per row, so another width comes out sheared. Returns the bytes
-// copied; 0 when the bitmap can't be locked.
-uint32_t CopyTestImage(CTestBitmap* pImage, uint8_t* pDst);
+// copied; 0 when nothing was locked or there is no buffer.
+uint32_t CopyLockedPixels(const BitmapData& data, uint8_t* pDst);
+
+// Locks `pImage` for reading as 32-bit ARGB, copies as above and unlocks,
+// whether the lock worked or not.
+template <class Bitmap>
+uint32_t CopyTestImage(Bitmap* pImage, uint8_t* pDst) {
+  BitmapData data{};
+  pImage->LockBits(kImageLockRead, kPixelFormat32bppARGB, &data);
+  const uint32_t dwBytes = CopyLockedPixels(data, pDst);
+  pImage->UnlockBits(&data);
+  return dwBytes;
+}
 
 // Runs the render on `gpu` with the image copied in when there is one.
-template <class Engine, class SetText, class Clock>
-int32_t RunEffectTest(Engine& gpu, CTestBitmap* pImage, SetText&& setText, Clock&& clock) {
+template <class Engine, class Bitmap, class SetText, class Clock>
+RunResult RunEffectTest(Engine& gpu, Bitmap* pImage, SetText&& setText, Clock&& clock) {
   int32_t iRes = 0;
   CPicturePairState state;
   state.SetPictures(kEffectWidth, kEffectHeight, PIX_ARGB32, kEffectWidth, kEffectHeight,
@@ -47,11 +59,12 @@ int32_t RunEffectTest(Engine& gpu, CTestBitmap* pImage, SetText&& setText, Clock
                                         &dst, &dstRect, &params);
   }
   const uint32_t dt = clock() - t0;
-  FormatTimeLine(szLine, kResizeArgbLineFormat, TimePerRound(dt, iRounds), iRes);
+  const RunResult result =
+      TimeLineResult(szLine, kResizeArgbLineFormat, TimePerRound(dt, iRounds), iRes);
   setText(szLine);
 
   state.FreeBuffers(gpu);
-  return iRes;
+  return result;
 }
 
 }  // namespace tachyrun

@@ -16,8 +16,8 @@
 #include <memory>
 #include <mutex>
 
-#include "app/ThreadHandle.h"
 #include "core/DataLock.h"
+#include "measure/ThreadHandle.h"
 #include "platform/Event.h"
 
 namespace tachyrun {
@@ -41,17 +41,17 @@ enum class WatchdogAction { Stop, Continue, ReleaseLock };
 // for the release when the count reaches exactly 50; anything else goes on.
 WatchdogAction WatchdogStep(uint32_t waitResult, int32_t& rounds);
 
-class CLockTestHost {
+class CLockRun {
  public:
   // Event handles are shared: a thread waiting on an event keeps it alive
   // after its creator closed it, as a waited-on kernel object stays alive.
   using EventHandle = std::shared_ptr<platform::Event>;
 
-  CLockTestHost() = default;
+  CLockRun() = default;
   // Closes what is still open; a running watchdog is not stopped.
-  ~CLockTestHost();
-  CLockTestHost(const CLockTestHost&) = delete;
-  CLockTestHost& operator=(const CLockTestHost&) = delete;
+  ~CLockRun();
+  CLockRun(const CLockRun&) = delete;
+  CLockRun& operator=(const CLockRun&) = delete;
 
   // The test: the dialog thread's side. Blocks for good (see above).
   void RunLockTest();
@@ -60,7 +60,7 @@ class CLockTestHost {
   // Signals the watchdog, waits 4000 ms for it and ends it by force with
   // -303 if it hasn't ended; closes and nulls both handles. Always 0.
   int32_t StopWatchdog();
-  // The watchdog's body; `dialog` is the CLockTestHost. Returns 0.
+  // The watchdog's body; `dialog` is the CLockRun. Returns 0.
   static uint32_t WatchdogThreadProc(void* dialog);
 
  protected:

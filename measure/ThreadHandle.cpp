@@ -1,4 +1,4 @@
-#include "app/ThreadHandle.h"
+#include "measure/ThreadHandle.h"
 
 #include <chrono>
 #include <thread>

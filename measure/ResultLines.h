@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "measure/RunResult.h"
+
 namespace tachyrun {
 
 inline constexpr int kLineSize = 200;
@@ -44,6 +46,17 @@ void WriteStarted(char (&szLine)[kLineSize], SetText&& setText) {
 // `szFormat` takes the time (%f) and the status (%d).
 void FormatTimeLine(char (&szLine)[kLineSize], const char* szFormat, float fTime, int32_t iRes);
 void FormatMemCopyLine(char (&szLine)[kLineSize], const MemCopyFigures& figures, int32_t iRes);
+
+// `fValue` as a line prints it with three decimals ("inf" stays infinite).
+double ShownValue(double dValue);
+
+// The line of a timed test in `szLine`, and the run's result: figures "Time"
+// and "Res", the status, the time as the frame time.
+RunResult TimeLineResult(char (&szLine)[kLineSize], const char* szFormat, float fTime,
+                         int32_t iRes);
+// The memory copy line in `szLine`, with figures "FPS", "FrameTime", "MBSec"
+// and "Res".
+RunResult MemCopyResult(char (&szLine)[kLineSize], const MemCopyFigures& figures, int32_t iRes);
 
 // Every "Name=number", "Name: number" or "Name:numberms" figure of a line, in
 // order, e.g. {"Time", 2.5}, {"Res", 0}; "inf" and "nan" are read as such.

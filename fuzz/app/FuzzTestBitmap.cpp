@@ -9,9 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "app/EffectTest.h"
-#include "app/ResultLines.h"
 #include "app/TestBitmap.h"
+#include "measure/EffectRun.h"
+#include "measure/GpuCommands.h"
+#include "measure/ResultLines.h"
 
 namespace {
 
@@ -43,6 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (dwCopied > tachyrun::kEffectMaxBytes) std::abort();
   if (image->GetHeight() == 0 && dwCopied != 0) std::abort();
 
-  tachyrun::ParseFigures(std::string(reinterpret_cast<const char*>(data), size));
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  tachyrun::ParseFigures(text);
+  tachyrun::FrameMsOfMessage(text);
   return 0;
 }

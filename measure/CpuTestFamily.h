@@ -1,25 +1,23 @@
 #pragma once
 // The CPU test family: one picture operation repeated a fixed number of
 // rounds, timed around the loop only, reported as one line. Each member is a
-// row of a table; RunCpuTest is written against the engine's interface so that
-// it runs on the real engine in the program and on a recording one in tests.
+// row of the control catalogue; RunCpuTest is written against the engine's
+// interface so that it runs on the real engine in the program and on a
+// recording one in tests.
 
 #include <cstdint>
 #include <cstring>
-#include <span>
 
-#include "app/PicturePairState.h"
-#include "app/ResultLines.h"
 #include "engine/Pixmill.h"
+#include "measure/PicturePairState.h"
+#include "measure/ResultLines.h"
+#include "measure/RunResult.h"
 
 namespace tachyrun {
 
 enum class CpuCall { Resize, ResizeArgb, Convert, ConvertReversed, MemCopy };
-enum class CpuEngine { One, Many };  // m_PixCpu1 or m_PixCpuN
 
 struct CpuTestDef {
-  int iControl;
-  const char* szLabel;
   int iSrcW, iSrcH;
   uint32_t dwSrcFormat;
   int iDstW, iDstH;
@@ -28,32 +26,19 @@ struct CpuTestDef {
   CpuCall eCall;
   int iQuality;  // Img_Resize only
   bool bWorkBuffer;
-  CpuEngine eEngine;  // engine of the call; buffers always come from m_PixCpu1
   int iRounds;
-  int iResultEdit;
   const char* szFormat;
-  const char* szMeasures;  // one line for --list and the docs
 };
 
-std::span<const CpuTestDef> CpuTests();
+// The family's row of control `iControl`; null for any other control.
 const CpuTestDef* FindCpuTest(int iControl);
 
-// Runs `def` for `iRounds` rounds. `alloc` allocates and frees the three
-// buffers, `call` does the picture work. `setText(const char*)` writes the
-// result edit, `clock()` reads the millisecond clock. Returns the last status.
-template <class Engine, class SetText, class Clock>
-int32_t RunCpuTest(const CpuTestDef& def, int iRounds, Engine& alloc, Engine& call,
-                   SetText&& setText, Clock&& clock) {
+// The timed stretch: `iRounds` calls of the member's operation on the
+// buffers of `state`. Returns the status of the last call.
+template <class Engine>
+int32_t RunCpuRounds(const CpuTestDef& def, int iRounds, const CPicturePairState& state,
+                     Engine& call) {
   int32_t iRes = 0;
-  CPicturePairState state;
-  state.SetPictures(def.iSrcW, def.iSrcH, def.dwSrcFormat, def.iDstW, def.iDstH, def.dwDstFormat,
-                    def.iLineFactor);
-  state.AllocBuffers(alloc);
-
-  char szLine[kLineSize];
-  WriteStarted(szLine, setText);
-
-  const uint32_t t0 = clock();
   tagPicProps src, dst;
   tagRECT srcRect, dstRect;
   state.FillProps(src, dst, srcRect, dstRect);
@@ -83,17 +68,35 @@ int32_t RunCpuTest(const CpuTestDef& def, int iRounds, Engine& alloc, Engine& ca
         break;
     }
   }
+  return iRes;
+}
+
+// Runs `def` for `iRounds` rounds. `alloc` allocates and frees the three
+// buffers, `call` does the picture work. `setText(const char*)` writes the
+// result edit, `clock()` reads the millisecond clock.
+template <class Engine, class SetText, class Clock>
+RunResult RunCpuTest(const CpuTestDef& def, int iRounds, Engine& alloc, Engine& call,
+                     SetText&& setText, Clock&& clock) {
+  CPicturePairState state;
+  state.SetPictures(def.iSrcW, def.iSrcH, def.dwSrcFormat, def.iDstW, def.iDstH, def.dwDstFormat,
+                    def.iLineFactor);
+  state.AllocBuffers(alloc);
+
+  char szLine[kLineSize];
+  WriteStarted(szLine, setText);
+
+  const uint32_t t0 = clock();
+  const int32_t iRes = RunCpuRounds(def, iRounds, state, call);
   const uint32_t dt = clock() - t0;
 
-  if (def.eCall == CpuCall::MemCopy) {
-    FormatMemCopyLine(szLine, ComputeMemCopyFigures(dt, iRounds, state.iSrcBytes), iRes);
-  } else {
-    FormatTimeLine(szLine, def.szFormat, TimePerRound(dt, iRounds), iRes);
-  }
+  const RunResult result =
+      def.eCall == CpuCall::MemCopy
+          ? MemCopyResult(szLine, ComputeMemCopyFigures(dt, iRounds, state.iSrcBytes), iRes)
+          : TimeLineResult(szLine, def.szFormat, TimePerRound(dt, iRounds), iRes);
   setText(szLine);
 
   state.FreeBuffers(alloc);
-  return iRes;
+  return result;
 }
 
 }  // namespace tachyrun

@@ -1,4 +1,4 @@
-#include "app/ResultLines.h"
+#include "measure/ResultLines.h"
 
 #include <cctype>
 #include <cmath>
@@ -29,6 +29,32 @@ void FormatTimeLine(char (&szLine)[kLineSize], const char* szFormat, float fTime
 void FormatMemCopyLine(char (&szLine)[kLineSize], const MemCopyFigures& figures, int32_t iRes) {
   std::snprintf(szLine, kLineSize, kMemCopyLineFormat, static_cast<double>(figures.fFps),
                 static_cast<double>(figures.fFrameTime), static_cast<double>(figures.fMBSec), iRes);
+}
+
+double ShownValue(double dValue) {
+  char szText[64];
+  std::snprintf(szText, sizeof szText, "%.3f", dValue);
+  return std::strtod(szText, nullptr);
+}
+
+RunResult TimeLineResult(char (&szLine)[kLineSize], const char* szFormat, float fTime,
+                         int32_t iRes) {
+  FormatTimeLine(szLine, szFormat, fTime, iRes);
+  const double dTime = ShownValue(fTime);
+  return RunResult{0, szLine, {{"Time", dTime}, {"Res", static_cast<double>(iRes)}}, iRes, dTime};
+}
+
+RunResult MemCopyResult(char (&szLine)[kLineSize], const MemCopyFigures& figures, int32_t iRes) {
+  FormatMemCopyLine(szLine, figures, iRes);
+  const double dFrameTime = ShownValue(figures.fFrameTime);
+  return RunResult{0,
+                   szLine,
+                   {{"FPS", ShownValue(figures.fFps)},
+                    {"FrameTime", dFrameTime},
+                    {"MBSec", ShownValue(figures.fMBSec)},
+                    {"Res", static_cast<double>(iRes)}},
+                   iRes,
+                   dFrameTime};
 }
 
 namespace {

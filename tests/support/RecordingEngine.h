@@ -95,7 +95,7 @@ class RecordingEngine {
   }
   int MakeTest(int code) {
     testCodes.push_back(code);
-    return 0;
+    return iStatus;
   }
   int GetTestMsg(char* buffer, int size) {
     if (!strMessage.empty())

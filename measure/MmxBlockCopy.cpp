@@ -1,4 +1,4 @@
-#include "app/MmxBlockCopy.h"
+#include "measure/MmxBlockCopy.h"
 
 #include <cstring>
 

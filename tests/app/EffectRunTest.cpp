@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "app/EffectTest.h"
-#include "tests/app/RecordingEngine.h"
+#include "app/TestBitmap.h"
+#include "measure/EffectRun.h"
+#include "tests/support/RecordingEngine.h"
 
 namespace tachyrun {
 namespace {
@@ -120,8 +121,10 @@ TEST_F(EffectTestFiles, AFailedImageStillRendersWhateverTheSourceHolds) {
   std::vector<uint8_t> seen;
   gpu.onCall = [&](const testing::EngineCall& c) { seen.assign(c.pSource, c.pSource + 4); };
   std::vector<std::string> texts;
-  RunEffectTest(
+  const RunResult result = RunEffectTest(
       gpu, image.get(), [&](const char* s) { texts.emplace_back(s); }, ScriptedClock({0, 0}));
+  EXPECT_EQ(result.iStatus, 5);
+  EXPECT_EQ(result.strLine, texts.back());
   EXPECT_EQ(seen, (std::vector<uint8_t>{0xEE, 0xEE, 0xEE, 0xEE}));
   EXPECT_EQ(texts.back(),
             "Img_ResizeARGB Lin IPPMEM+BUFF RGB32 720x576 1920x1080 Time: 0.000 ms  Res=5");

@@ -1,4 +1,4 @@
-#include "app/PicturePairState.h"
+#include "measure/PicturePairState.h"
 
 #include <cstring>
 

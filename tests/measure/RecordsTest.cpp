@@ -5,9 +5,9 @@
 #include <cstring>
 #include <vector>
 
-#include "app/MmxBlockCopy.h"
-#include "app/PicturePairState.h"
-#include "app/ResultLines.h"
+#include "measure/MmxBlockCopy.h"
+#include "measure/PicturePairState.h"
+#include "measure/ResultLines.h"
 
 namespace tachyrun {
 namespace {

@@ -12,7 +12,7 @@
 #include <mutex>
 #include <thread>
 
-#include "app/LockTest.h"
+#include "measure/LockRun.h"
 #include "platform/WaitResult.h"
 
 namespace tachyrun {
@@ -26,7 +26,7 @@ constexpr auto kBlockedFor = 300ms;
 constexpr uint32_t kFinishWithinMs = 20000;
 
 // Opens the host's members to the tests.
-class TestHost : public CLockTestHost {
+class TestHost : public CLockRun {
  public:
   CDataLock*& Lock() { return m_pTestLock; }
   EventHandle& StopEvent() { return m_hStopEvent; }

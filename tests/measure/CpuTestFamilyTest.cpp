@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/CpuTestFamily.h"
-#include "tests/app/RecordingEngine.h"
+#include "measure/ControlCatalogue.h"
+#include "measure/CpuTestFamily.h"
+#include "tests/support/RecordingEngine.h"
 
 namespace tachyrun {
 namespace {
@@ -17,24 +18,35 @@ struct FamilyRun {
   RecordingEngine many;
   std::vector<std::string> texts;
   int32_t iRes = 0;
+  RunResult result;
 
   void Run(int iControl, std::vector<uint32_t> clock, int iRounds = -1) {
     const CpuTestDef& def = *FindCpuTest(iControl);
-    RecordingEngine& call = def.eEngine == CpuEngine::Many ? many : one;
-    iRes = RunCpuTest(
+    RecordingEngine& call = FindControl(iControl)->eEngine == EngineSlot::CpuN ? many : one;
+    result = RunCpuTest(
         def, iRounds < 0 ? def.iRounds : iRounds, one, call,
         [this](const char* s) { texts.emplace_back(s); }, ScriptedClock(std::move(clock)));
+    iRes = result.iStatus;
   }
 };
+
+// The catalogue's controls of the CPU family.
+std::vector<int> CpuControls() {
+  std::vector<int> ids;
+  for (const ControlDef& def : Controls()) {
+    if (def.pCpu != nullptr) ids.push_back(def.iControl);
+  }
+  return ids;
+}
 
 TEST(CpuTestFamily, EveryMemberWritesStartedThenItsLineInItsEdit) {
   const std::vector<std::pair<int, int>> edits = {{1006, 1001}, {1007, 1002}, {1008, 1003},
                                                   {1009, 1004}, {1015, 1010}, {1016, 1011},
                                                   {1019, 1014}, {1033, 1001}};
-  ASSERT_EQ(CpuTests().size(), edits.size());
+  ASSERT_EQ(CpuControls().size(), edits.size());
   for (const auto& [iControl, iEdit] : edits) {
     ASSERT_NE(FindCpuTest(iControl), nullptr) << iControl;
-    EXPECT_EQ(FindCpuTest(iControl)->iResultEdit, iEdit) << iControl;
+    EXPECT_EQ(FindControl(iControl)->iResultEdit, iEdit) << iControl;
     FamilyRun run;
     run.Run(iControl, {1000, 1000}, 2);
     ASSERT_EQ(run.texts.size(), 2u) << iControl;
@@ -48,6 +60,13 @@ TEST(CpuTestFamily, ResizeSdHdOnOneCpuTimesOnlyTheLoopAtOneHundredRounds) {
   run.Run(1015, {1000, 1250});
   EXPECT_EQ(run.texts[1],
             "Img_ResizeARGB Lin IPPMEM+BUFF RGB32 720x576 1920x1080 Time: 2.500 ms  Res=0");
+  // The run hands its line and figures over as well.
+  EXPECT_EQ(run.result.strLine, run.texts[1]);
+  ASSERT_EQ(run.result.aFigures.size(), 2u);
+  EXPECT_EQ(run.result.aFigures[0].strName, "Time");
+  EXPECT_EQ(run.result.aFigures[0].dValue, 2.5);
+  EXPECT_EQ(run.result.aFigures[1].strName, "Res");
+  EXPECT_EQ(run.result.dFrameMs.value_or(-1), 2.5);
   EXPECT_EQ(run.one.allocations,
             (std::vector<std::string>{"720x576/2880", "1920x1080/7680", "720x576/2880"}));
   ASSERT_EQ(run.one.calls.size(), 100u);
@@ -187,6 +206,12 @@ TEST(CpuTestFamily, MemCopyPrintsFpsFrameTimeAndMegabytesPerSecond) {
   EXPECT_EQ(run.texts[1],
             "1CPU  Mem copy  1920x1080  1920x1080  FPS=3333.333  FrameTime:0.300ms  "
             "MBSec=27648.000   Res=0");
+  ASSERT_EQ(run.result.aFigures.size(), 4u);
+  EXPECT_EQ(run.result.aFigures[0].strName, "FPS");
+  EXPECT_EQ(run.result.aFigures[0].dValue, 3333.333);
+  EXPECT_EQ(run.result.aFigures[1].strName, "FrameTime");
+  EXPECT_EQ(run.result.aFigures[2].dValue, 27648.0);
+  EXPECT_EQ(run.result.dFrameMs.value_or(-1), 0.3);
   EXPECT_TRUE(run.one.calls.empty());  // no engine call: the status stays 0
 }
 
@@ -198,23 +223,23 @@ TEST(CpuTestFamily, MemCopyWithASpanOfZeroPrintsInfinity) {
 }
 
 TEST(CpuTestFamily, FailedAllocationsStillWriteTheLineAndFreeNothing) {
-  for (const CpuTestDef& def : CpuTests()) {
+  for (int iControl : CpuControls()) {
     FamilyRun run;
     run.one.bFailAllocations = true;
-    run.Run(def.iControl, {0, 0}, 2);
-    ASSERT_EQ(run.texts.size(), 2u) << def.iControl;
-    EXPECT_NE(run.texts[1].find("Res=0"), std::string::npos) << def.iControl;
-    EXPECT_TRUE(run.one.freed.empty()) << def.iControl;
-    EXPECT_TRUE(run.many.freed.empty()) << def.iControl;
+    run.Run(iControl, {0, 0}, 2);
+    ASSERT_EQ(run.texts.size(), 2u) << iControl;
+    EXPECT_NE(run.texts[1].find("Res=0"), std::string::npos) << iControl;
+    EXPECT_TRUE(run.one.freed.empty()) << iControl;
+    EXPECT_TRUE(run.many.freed.empty()) << iControl;
   }
 }
 
 TEST(CpuTestFamily, EveryMemberFreesItsThreeBuffersOnTheAllocatingEngine) {
-  for (const CpuTestDef& def : CpuTests()) {
+  for (int iControl : CpuControls()) {
     FamilyRun run;
-    run.Run(def.iControl, {0, 0}, 2);
-    EXPECT_EQ(run.one.freed.size(), 3u) << def.iControl;
-    EXPECT_TRUE(run.one.live.empty()) << def.iControl;
+    run.Run(iControl, {0, 0}, 2);
+    EXPECT_EQ(run.one.freed.size(), 3u) << iControl;
+    EXPECT_TRUE(run.one.live.empty()) << iControl;
   }
 }
 
