@@ -19,6 +19,8 @@ PACKAGES=(
   # media graph helpers
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
   gstreamer1.0-tools libgsf-1-dev libgsf-bin
+  # parsers that check the headless runner's metrics output in the tests
+  prometheus python3-prometheus-client
 )
 
 missing=()
