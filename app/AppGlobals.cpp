@@ -3,10 +3,10 @@
 // they are built in the order of platform/StartOrder.h and destroyed in
 // reverse; naming them below makes them part of the program.
 #include "app/AppGlobals.h"
+#include "platform/StartOrder.h"
 
 #include "app/TachyrunApp.h"
 #include "core/DataLock.h"
-#include "platform/StartOrder.h"
 #include "timeline/ComponentList.h"
 #if TACHYRUN_HAS_CONFIG
 #include "config/GlobalCfg.h"
