@@ -9,15 +9,12 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <thread>
 
 #include "app/TestBitmap.h"
-#include "core/DataLock.h"
 #include "engine/Pixmill.h"
 #include "measure/ControlCatalogue.h"
 #include "measure/LockRun.h"
 #include "measure/RunResult.h"
-#include "platform/Event.h"
 
 class QLineEdit;
 class QMenu;
@@ -65,22 +62,23 @@ class CTachyrunDlg : public QDialog, public CLockRun {
   // Tests only: caps the rounds of the CPU tests (0 = the real counts).
   void LimitRoundsForTesting(int iMaxRounds) { m_iRoundLimit = iMaxRounds; }
 
-  // Handlers, by control.
-  void OnListTest();                // 1005
-  void OnLockTest();                // 1020
-  void OnResizeSdHd();              // 1006
-  void OnConvert4P();               // 1007
-  void OnConvert1P();               // 1008
-  void OnConvert1PBuf();            // 1009
-  void OnResizeArgb1Cpu();          // 1015
-  void OnResizeArgbNCpu();          // 1016
-  void OnResizeHdSd();              // 1019
-  void OnMemCopy();                 // 1033
-  void OnGpuTestSd();               // 1021
-  void OnGpuTestHd();               // 1022
-  void OnGpuCommand(int iControl);  // 1018, 1023 to 1032
-  void OnEffectTest();              // 1017
-  void OnBrowseImage();             // 1035
+  // The handlers; the catalogue (measure/ControlCatalogue.cpp) says which
+  // control runs which.
+  void OnListTest();
+  void OnLockTest();
+  void OnResizeSdHd();
+  void OnConvert4P();
+  void OnConvert1P();
+  void OnConvert1PBuf();
+  void OnResizeArgb1Cpu();
+  void OnResizeArgbNCpu();
+  void OnResizeHdSd();
+  void OnMemCopy();
+  void OnGpuTestSd();
+  void OnGpuTestHd();
+  void OnGpuCommand(int iControl);
+  void OnEffectTest();
+  void OnBrowseImage();
   int LoadTestImage();
 
  protected:
