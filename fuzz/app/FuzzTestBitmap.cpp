@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ImageCheck.h"
 #include "app/TestBitmap.h"
 #include "measure/EffectRun.h"
 #include "measure/GpuCommands.h"
@@ -43,6 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const uint32_t dwCopied = tachyrun::CopyTestImage(image.get(), buffer.data());
   if (dwCopied > tachyrun::kEffectMaxBytes) std::abort();
   if (image->GetHeight() == 0 && dwCopied != 0) std::abort();
+  // The headless runner's check of --image reads the same bytes.
+  tachyrun::ImageFileProblem(ScratchPath());
 
   const std::string text(reinterpret_cast<const char*>(data), size);
   tachyrun::ParseFigures(text);
