@@ -179,7 +179,10 @@ int RunHeadless(const RunnerOptions& options, std::ostream& out, std::ostream& e
     if (auto* edit = qobject_cast<QLineEdit*>(dlg.Control(kImageEditControl)))
       edit->setText(QString::fromLocal8Bit(options.strImage->c_str()));
   }
-  const MachineInfo machine = ReadMachineInfo(kVersionText);
+  // Only the machine-readable outputs describe the machine.
+  const MachineInfo machine = options.eOutput == RunnerOptions::Output::Lines
+                                  ? MachineInfo{}
+                                  : ReadMachineInfo(kVersionText);
   if (options.eOutput == RunnerOptions::Output::Json) {
     WriteJsonMachine(out, machine);
     out.flush();
