@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <pty.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -211,6 +212,47 @@ TEST_F(CommandLine, EachLineReachesAPipeWhenItsTestEnds) {
   close(outFd);
   EXPECT_EQ(ended, 0) << "the program was expected to be still inside the lock test";
   EXPECT_EQ(received.rfind("1016\tImg_ResizeARGB Lin Multi", 0), 0u) << received;
+}
+
+// The lock test never ends, so it is the test that runs longer than 2 s.
+TEST_F(CommandLine, ALongTestIsNamedOnAStderrThatIsATerminalOnly) {
+  int master = -1, slave = -1;
+  ASSERT_EQ(openpty(&master, &slave, nullptr, nullptr, nullptr), 0);
+  int outFd = -1;
+  const pid_t pid = fork();
+  if (pid == 0) {
+    dup2(slave, STDERR_FILENO);
+    close(master);
+    setenv("LSAN_OPTIONS", "suppressions=" TACHYRUN_LSAN_SUPP, 1);
+    execl(TACHYRUN_PROGRAM, TACHYRUN_PROGRAM, "--run", "1020", "--allow-lock-test", nullptr);
+    _exit(127);
+  }
+  close(slave);
+  std::string seen;
+  const std::string notice = "tachyrun: 1020 Test is running...";
+  while (seen.find(notice) == std::string::npos) {
+    pollfd ready{master, POLLIN, 0};
+    if (poll(&ready, 1, 60000) <= 0) break;
+    char buffer[512];
+    const ssize_t n = read(master, buffer, sizeof buffer);
+    if (n <= 0) break;
+    seen.append(buffer, n);
+  }
+  kill(pid, SIGKILL);
+  int status = 0;
+  waitpid(pid, &status, 0);
+  close(master);
+  EXPECT_NE(seen.find(notice), std::string::npos) << seen;
+
+  // The same run with stderr in a file says nothing of it.
+  const pid_t quiet = Start({TACHYRUN_PROGRAM, "--run", "1020", "--allow-lock-test"}, {},
+                            Path("stderr.txt"), &outFd);
+  ASSERT_GT(quiet, 0);
+  sleep(4);
+  kill(quiet, SIGKILL);
+  waitpid(quiet, &status, 0);
+  close(outFd);
+  EXPECT_EQ(ReadFile(Path("stderr.txt")).find("is running"), std::string::npos);
 }
 
 TEST_F(CommandLine, JsonLinesStartWithTheMachineAndParseLineByLine) {
