@@ -29,7 +29,7 @@ using tachyrun::CpuTestDef;
 using tachyrun::FindCpuTest;
 using tachyrun::RunCpuRounds;
 
-constexpr int kRepetitions = 10;
+constexpr int kRepetitions = 20;
 
 // The one-CPU engine of the dialog, started once.
 CPixmill& Engine() {
