@@ -71,6 +71,21 @@ pid_t Start(const std::vector<std::string>& argv, const std::vector<EnvChange>& 
   return pid;
 }
 
+// What arrives on `fd` until `needle` has come, the writer closed it, or a
+// minute passed without anything new.
+std::string ReadUntil(int fd, const std::string& needle) {
+  std::string received;
+  while (received.find(needle) == std::string::npos) {
+    pollfd ready{fd, POLLIN, 0};
+    if (poll(&ready, 1, 60000) <= 0) break;
+    char buffer[512];
+    const ssize_t n = read(fd, buffer, sizeof buffer);
+    if (n <= 0) break;
+    received.append(buffer, n);
+  }
+  return received;
+}
+
 class CommandLine : public ::testing::Test {
  protected:
   std::string Path(const char* name) const { return m_Dir.filePath(name).toStdString(); }
@@ -196,15 +211,7 @@ TEST_F(CommandLine, EachLineReachesAPipeWhenItsTestEnds) {
   const pid_t pid = Start({TACHYRUN_PROGRAM, "--run", "1016,1020", "--allow-lock-test"}, {},
                           Path("stderr.txt"), &outFd);
   ASSERT_GT(pid, 0);
-  std::string received;
-  while (received.find('\n') == std::string::npos) {
-    pollfd ready{outFd, POLLIN, 0};
-    if (poll(&ready, 1, 60000) <= 0) break;
-    char buffer[512];
-    const ssize_t n = read(outFd, buffer, sizeof buffer);
-    if (n <= 0) break;
-    received.append(buffer, n);
-  }
+  const std::string received = ReadUntil(outFd, "\n");
   int status = 0;
   const pid_t ended = waitpid(pid, &status, WNOHANG);
   kill(pid, SIGKILL);
@@ -228,16 +235,8 @@ TEST_F(CommandLine, ALongTestIsNamedOnAStderrThatIsATerminalOnly) {
     _exit(127);
   }
   close(slave);
-  std::string seen;
   const std::string notice = "tachyrun: 1020 Test is running...";
-  while (seen.find(notice) == std::string::npos) {
-    pollfd ready{master, POLLIN, 0};
-    if (poll(&ready, 1, 60000) <= 0) break;
-    char buffer[512];
-    const ssize_t n = read(master, buffer, sizeof buffer);
-    if (n <= 0) break;
-    seen.append(buffer, n);
-  }
+  const std::string seen = ReadUntil(master, notice);
   kill(pid, SIGKILL);
   int status = 0;
   waitpid(pid, &status, 0);
