@@ -8,18 +8,10 @@
 #include "core/DataLock.h"
 #include "platform/StartOrder.h"
 #include "timeline/ComponentList.h"
-#if TACHYRUN_HAS_CONFIG
 #include "config/GlobalCfg.h"
-#endif
-#if TACHYRUN_HAS_VIDEO
 #include "video/UniqueIdGenerator.h"
-#endif
-#if TACHYRUN_HAS_REGISTRY
 #include "registry/RegStore.h"
-#endif
-#if TACHYRUN_HAS_PROJECT
 #include "project/TrackList.h"
-#endif
 
 namespace tachyrun {
 
@@ -35,23 +27,15 @@ CComponentList g_AppComponentList TACHYRUN_START_ORDER(kStartComponentList);
 
 // In the order the program's start lists them.
 const void* const g_apProgramGlobals[] = {
-#if TACHYRUN_HAS_CONFIG
     &g_CfgRegStore,
     &g_GlobalCfg,
-#endif
     &theApp,
     &g_AppDataLock,
-#if TACHYRUN_HAS_VIDEO
     &g_UniqueIdGenerator,
-#endif
-#if TACHYRUN_HAS_PROJECT
     &g_AppTrackList,
-#endif
     &g_AppComponentList,
-#if TACHYRUN_HAS_REGISTRY
     &g_AppRegStore,
     &g_UserRegStore,
-#endif
 };
 const size_t g_nProgramGlobals = sizeof(g_apProgramGlobals) / sizeof(g_apProgramGlobals[0]);
 

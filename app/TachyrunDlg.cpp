@@ -22,6 +22,8 @@ namespace {
 constexpr unsigned kSysCommandMask = 0xFFF0;
 constexpr unsigned kSysCommandClose = 0xF060;
 constexpr int kIconMetric = 32;  // the system's icon size
+// QLineEdit keeps this many pixels free on each side of its text.
+constexpr int kLineEditSideMargin = 2;
 
 // The platform's file dialog; an empty answer is a cancel.
 std::optional<std::string> AskForFile(const std::string& strTitle, const std::string& strStart,
@@ -53,17 +55,9 @@ CTachyrunDlg::~CTachyrunDlg() {
   ReleaseConverterLib();
 }
 
+// The result edits are found by id, through the catalogue, when a line is
+// written; only the path of edit 1034 is exchanged.
 void CTachyrunDlg::DoDataExchange() {
-  m_Result1000 = ResultEdit(1000);
-  m_Result1001 = ResultEdit(1001);
-  m_Result1002 = ResultEdit(1002);
-  m_Result1003 = ResultEdit(1003);
-  m_Result1004 = ResultEdit(1004);
-  m_Result1010 = ResultEdit(1010);
-  m_Result1011 = ResultEdit(1011);
-  m_Result1012 = ResultEdit(1012);
-  m_Result1013 = ResultEdit(1013);
-  m_Result1014 = ResultEdit(1014);
   UpdateData(false);
 }
 
@@ -149,14 +143,20 @@ QLineEdit* CTachyrunDlg::ResultEdit(int iId) const {
 }
 
 void CTachyrunDlg::SetResultText(int iEditId, const char* szText) {
-  if (QLineEdit* edit = ResultEdit(iEditId)) {
-    edit->setText(QString::fromLocal8Bit(szText));
-    edit->setCursorPosition(0);  // a long line shows its start, as a fresh edit text does
-  }
+  QLineEdit* edit = ResultEdit(iEditId);
+  if (edit == nullptr) return;
+  const QString text = QString::fromLocal8Bit(szText);
+  edit->setText(text);
+  edit->setCursorPosition(0);  // a long line shows its start, as a fresh edit text does
+  // A GPU message is often wider than its edit; the tooltip shows all of it.
+  const QMargins margins = edit->textMargins();
+  const int iRoom =
+      edit->contentsRect().width() - margins.left() - margins.right() - 2 * kLineEditSideMargin;
+  edit->setToolTip(edit->fontMetrics().horizontalAdvance(text) > iRoom ? text : QString());
 }
 
 void CTachyrunDlg::UpdateData(bool bSaveAndValidate) {
-  auto* edit = ResultEdit(1034);
+  auto* edit = ResultEdit(kImageEditControl);
   if (bSaveAndValidate) {
     m_strImageFile = edit->text().toLocal8Bit().toStdString();
   } else {

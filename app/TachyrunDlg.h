@@ -9,15 +9,12 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <thread>
 
-#include "app/CpuTestFamily.h"
-#include "app/GpuCommands.h"
-#include "app/LockTest.h"
 #include "app/TestBitmap.h"
-#include "core/DataLock.h"
 #include "engine/Pixmill.h"
-#include "platform/Event.h"
+#include "measure/ControlCatalogue.h"
+#include "measure/LockRun.h"
+#include "measure/RunResult.h"
 
 class QLineEdit;
 class QMenu;
@@ -28,7 +25,7 @@ namespace tachyrun {
 // never deleted by the dialog.
 extern CTestBitmap* g_pTestImage;
 
-class CTachyrunDlg : public QDialog, public CLockTestHost {
+class CTachyrunDlg : public QDialog, public CLockRun {
   Q_OBJECT
 
  public:
@@ -51,9 +48,9 @@ class CTachyrunDlg : public QDialog, public CLockTestHost {
   // The about entry of the dialog's menu (the system menu's place here).
   QMenu* SystemMenu() const { return m_pSysMenu; }
 
-  // The handler of control `iId`, as its click runs it; false for a control
-  // without one.
-  bool RunControl(int iId);
+  // Runs the handler of control `iId`, as its click does, and hands back what
+  // it measured; nothing for a control without a handler.
+  std::optional<RunResult> RunControl(int iId);
   QWidget* Control(int iId) const;
   QString ControlText(int iId) const;
 
@@ -65,22 +62,23 @@ class CTachyrunDlg : public QDialog, public CLockTestHost {
   // Tests only: caps the rounds of the CPU tests (0 = the real counts).
   void LimitRoundsForTesting(int iMaxRounds) { m_iRoundLimit = iMaxRounds; }
 
-  // Handlers, by control.
-  void OnListTest();                // 1005
-  void OnLockTest();                // 1020
-  void OnResizeSdHd();              // 1006
-  void OnConvert4P();               // 1007
-  void OnConvert1P();               // 1008
-  void OnConvert1PBuf();            // 1009
-  void OnResizeArgb1Cpu();          // 1015
-  void OnResizeArgbNCpu();          // 1016
-  void OnResizeHdSd();              // 1019
-  void OnMemCopy();                 // 1033
-  void OnGpuTestSd();               // 1021
-  void OnGpuTestHd();               // 1022
-  void OnGpuCommand(int iControl);  // 1018, 1023 to 1032
-  void OnEffectTest();              // 1017
-  void OnBrowseImage();             // 1035
+  // The handlers; the catalogue (measure/ControlCatalogue.cpp) says which
+  // control runs which.
+  void OnListTest();
+  void OnLockTest();
+  void OnResizeSdHd();
+  void OnConvert4P();
+  void OnConvert1P();
+  void OnConvert1PBuf();
+  void OnResizeArgb1Cpu();
+  void OnResizeArgbNCpu();
+  void OnResizeHdSd();
+  void OnMemCopy();
+  void OnGpuTestSd();
+  void OnGpuTestHd();
+  void OnGpuCommand(int iControl);
+  void OnEffectTest();
+  void OnBrowseImage();
   int LoadTestImage();
 
  protected:
@@ -91,31 +89,28 @@ class CTachyrunDlg : public QDialog, public CLockTestHost {
 
  private:
   void ConnectHandlers();
-  void RunCpu(int iControl);
+  void RunHandler(const ControlDef& def);
+  void RunCpu(const ControlDef& def);
+  void RunGpu(const ControlDef& def);
+  CPixmill& Engine(EngineSlot eSlot);
+  // Keeps what a handler measured for RunControl's caller.
+  void Deliver(const ControlDef& def, RunResult result);
   QLineEdit* ResultEdit(int iId) const;
+  // The whole text goes to the tooltip when the edit is too narrow for it.
   void SetResultText(int iEditId, const char* szText);
 
-  // m_pTestLock, m_hStopEvent and m_hTestThread come from CLockTestHost.
+  // m_pTestLock, m_hStopEvent and m_hTestThread come from CLockRun.
   QIcon m_hIcon;
   CPixmill m_PixCpu1;
   CPixmill m_PixCpuN;
   CPixmill m_PixGpuSd;
   CPixmill m_PixGpuHd;
-  QLineEdit* m_Result1000 = nullptr;
-  QLineEdit* m_Result1001 = nullptr;
-  QLineEdit* m_Result1002 = nullptr;
-  QLineEdit* m_Result1003 = nullptr;
-  QLineEdit* m_Result1004 = nullptr;
-  QLineEdit* m_Result1010 = nullptr;
-  QLineEdit* m_Result1011 = nullptr;
-  QLineEdit* m_Result1012 = nullptr;
-  QLineEdit* m_Result1013 = nullptr;
-  QLineEdit* m_Result1014 = nullptr;
   std::string m_strImageFile = kInitialImageFile;
 
   std::map<int, QWidget*> m_Controls;
   QMenu* m_pSysMenu = nullptr;
   FileChooser m_FileChooser;
+  RunResult m_LastRun;
   int m_iRoundLimit = 0;
   bool m_bInitDone = false;
 };

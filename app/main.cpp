@@ -1,4 +1,6 @@
 // tachyrun: the test dialog, or its tests run headless from the command line.
+#include <unistd.h>
+
 #include <QApplication>
 #include <cstdlib>
 #include <iostream>
@@ -9,39 +11,50 @@
 
 namespace {
 
+bool IsSet(const char* szName) {
+  const char* szValue = std::getenv(szName);
+  return szValue != nullptr && szValue[0] != '\0';
+}
+
 bool HasDisplay() {
-  const char* szX = std::getenv("DISPLAY");
-  const char* szWayland = std::getenv("WAYLAND_DISPLAY");
-  return (szX != nullptr && szX[0] != '\0') || (szWayland != nullptr && szWayland[0] != '\0');
+  return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   using tachyrun::RunnerOptions;
-  const tachyrun::ParsedArgs parsed =
+  tachyrun::ParsedArgs parsed =
       tachyrun::ParseRunnerArgs(std::vector<std::string>(argv + 1, argv + argc));
   if (!parsed.strError.empty()) {
     std::cerr << "tachyrun: " << parsed.strError << '\n';
-    return 2;
+    return tachyrun::kExitUsage;
   }
-  const RunnerOptions& options = parsed.options;
+  RunnerOptions& options = parsed.options;
   if (options.eMode == RunnerOptions::Mode::Help) {
     tachyrun::PrintHelp(std::cout);
-    return 0;
+    return tachyrun::kExitAllPassed;
   }
   if (options.eMode == RunnerOptions::Mode::List) {
     tachyrun::PrintList(std::cout);
-    return 0;
+    return tachyrun::kExitAllPassed;
   }
-  if (options.eMode == RunnerOptions::Mode::Run && !HasDisplay() &&
-      std::getenv("QT_QPA_PLATFORM") == nullptr)
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  // A platform named by the user is the user's choice; otherwise the dialog
+  // needs a display, and Qt would abort without one.
+  if (!HasDisplay() && !IsSet("QT_QPA_PLATFORM")) {
+    if (options.eMode == RunnerOptions::Mode::Dialog) {
+      std::cerr << "tachyrun: " << tachyrun::NoDisplayMessage() << '\n';
+      return tachyrun::kExitUsage;
+    }
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  }
 
   QApplication app(argc, argv);
   QApplication::setApplicationName("Tachyrun");
   QApplication::setApplicationVersion(tachyrun::kVersionText);
-  if (options.eMode == RunnerOptions::Mode::Run)
+  if (options.eMode == RunnerOptions::Mode::Run) {
+    options.bNotices = isatty(STDERR_FILENO) == 1;
     return tachyrun::RunHeadless(options, std::cout, std::cerr);
+  }
   return tachyrun::theApp.InitInstance();
 }

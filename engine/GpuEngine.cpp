@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/GpuKernels.h"
+#include "engine/OpenClDevice.h"
 #include "engine/PerspectiveMap.h"
 
 namespace {
@@ -14,13 +15,25 @@ namespace {
 const char* const kKernelNames[] = {"yuy2_to_argb", "argb_to_yuy2", "copy_rows",
                                     "scale_argb",   "scale_yuy2",   "perspective"};
 
-std::string DeviceName(cl_device_id device) {
+std::string DeviceText(cl_device_id device, cl_device_info what) {
   size_t size = 0;
-  if (clGetDeviceInfo(device, CL_DEVICE_NAME, 0, nullptr, &size) != CL_SUCCESS) return "";
-  std::string name(size, '\0');
-  clGetDeviceInfo(device, CL_DEVICE_NAME, size, name.data(), nullptr);
-  name.resize(name.find('\0') == std::string::npos ? name.size() : name.find('\0'));
-  return name;
+  if (clGetDeviceInfo(device, what, 0, nullptr, &size) != CL_SUCCESS) return "";
+  std::string text(size, '\0');
+  clGetDeviceInfo(device, what, size, text.data(), nullptr);
+  text.resize(text.find('\0') == std::string::npos ? text.size() : text.find('\0'));
+  return text;
+}
+
+std::string DeviceName(cl_device_id device) {
+  return DeviceText(device, CL_DEVICE_NAME);
+}
+
+// `text` into `out` of `size` bytes, cut and terminated.
+void CopyText(const std::string& text, char* out, int size) {
+  if (out == nullptr || size <= 0) return;
+  const size_t n = std::min(text.size(), static_cast<size_t>(size) - 1);
+  text.copy(out, n);
+  out[n] = '\0';
 }
 
 std::vector<cl_device_id> AllDevices() {
@@ -90,6 +103,18 @@ double MsSince(std::chrono::steady_clock::time_point t0) {
 }
 
 }  // namespace
+
+int PixmillDescribeOpenClDevice(char* name, int nameSize, char* driver, int driverSize) {
+  CopyText("", name, nameSize);
+  CopyText("", driver, driverSize);
+  std::string error;
+  const std::vector<cl_device_id> devices = AllDevices();
+  cl_device_id device = devices.empty() ? nullptr : ChooseDevice(devices, &error);
+  if (device == nullptr) return PIXMILL_E_NO_DEVICE;
+  CopyText(DeviceName(device), name, nameSize);
+  CopyText(DeviceText(device, CL_DRIVER_VERSION), driver, driverSize);
+  return PIXMILL_OK;
+}
 
 std::unique_ptr<GpuEngine> GpuEngine::Create(std::string* error) {
   const std::vector<cl_device_id> devices = AllDevices();

@@ -136,7 +136,13 @@ unsigned char* CPixmill::AllocBuffersRGBA(int width, int height, int pitch) {
   size_t bytes = static_cast<size_t>(pitch) * height;
   bytes = (bytes + kBufferAlign - 1) / kBufferAlign * kBufferAlign;
   // Plain host memory, so that any engine (CPU or device) can use it.
-  return static_cast<unsigned char*>(std::aligned_alloc(kBufferAlign, bytes));
+  auto* buffer = static_cast<unsigned char*>(std::aligned_alloc(kBufferAlign, bytes));
+  // Every page is written before the buffer is handed out: Linux maps pages
+  // that are only read to one shared zero page, so a test reading an
+  // untouched source would read from cache and report a speed no real
+  // picture gets. Zero is also a defined start (transparent black).
+  if (buffer != nullptr) std::memset(buffer, 0, bytes);
+  return buffer;
 }
 
 void CPixmill::FreeBuffers(unsigned char** buffer) {

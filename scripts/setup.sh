@@ -23,6 +23,8 @@ PACKAGES=(
   gstreamer1.0-tools libgsf-1-dev libgsf-bin
   # wavparse, for graphs over WAV files in the graph tests
   gstreamer1.0-plugins-good
+  # parsers that check the headless runner's metrics output in the tests
+  prometheus python3-prometheus-client
 )
 
 missing=()

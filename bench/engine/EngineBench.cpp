@@ -4,6 +4,9 @@
 // best of several rounds, taken in turns, so that load from other programs
 // hurts every contender alike.
 //
+// Every buffer here is a std::vector, written (filled or zeroed) when it is
+// made, so no contender reads the kernel's shared zero page.
+//
 // Run: build/default/bench/bench_engine (or make bench).
 #include <libyuv.h>
 

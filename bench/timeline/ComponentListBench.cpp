@@ -9,7 +9,7 @@
 #include <new>
 #include <vector>
 
-#include "app/ListTest.h"
+#include "measure/ListRun.h"
 #include "timeline/ComponentList.h"
 
 namespace {

@@ -19,8 +19,8 @@
 #include <filesystem>
 #include <string>
 
-#include "app/ResultLines.h"
 #include "app/TachyrunDlg.h"
+#include "measure/ResultLines.h"
 
 namespace tachyrun {
 namespace {
@@ -146,6 +146,40 @@ TEST_F(DialogWithEngine, GpuButtonsShowTheEngineMessageAndShareEdit1001WithTheCp
   Click(1021);
   EXPECT_FALSE(Text(m_Dlg, 1000).isEmpty());
   EXPECT_LE(Text(m_Dlg, 1000).size(), 149);
+}
+
+TEST_F(DialogWithEngine, ALineWiderThanItsEditShowsWholeAsTheTooltip) {
+  auto* edit = qobject_cast<QLineEdit*>(m_Dlg.Control(1000));
+  ASSERT_NE(edit, nullptr);
+  edit->setFixedWidth(40);
+  Click(1021);
+  EXPECT_FALSE(edit->text().isEmpty());
+  EXPECT_EQ(edit->toolTip(), edit->text());
+  edit->setFixedWidth(4000);
+  Click(1021);
+  EXPECT_TRUE(edit->toolTip().isEmpty()) << edit->toolTip().toStdString();
+}
+
+TEST_F(DialogWithEngine, TheHandlersAreThePathThatRunsAndHandBackLineAndFigures) {
+  m_Dlg.OnResizeArgb1Cpu();
+  EXPECT_TRUE(Text(m_Dlg, 1010).startsWith("Img_ResizeARGB Lin IPPMEM+BUFF"));
+  m_Dlg.OnMemCopy();
+  EXPECT_TRUE(Text(m_Dlg, 1001).startsWith("1CPU  Mem copy"));
+  const std::optional<RunResult> cpu = m_Dlg.RunControl(1015);
+  ASSERT_TRUE(cpu);
+  EXPECT_EQ(cpu->iControl, 1015);
+  EXPECT_EQ(QString::fromStdString(cpu->strLine), Text(m_Dlg, 1010));
+  ASSERT_EQ(cpu->aFigures.size(), 2u);
+  EXPECT_EQ(cpu->aFigures[0].strName, "Time");
+  EXPECT_EQ(cpu->aFigures[1].strName, "Res");
+  EXPECT_EQ(cpu->iStatus, 0);
+  const std::optional<RunResult> gpu = m_Dlg.RunControl(1022);
+  ASSERT_TRUE(gpu);
+  EXPECT_EQ(QString::fromStdString(gpu->strLine), Text(m_Dlg, 1001));
+  EXPECT_TRUE(gpu->dFrameMs.has_value()) << gpu->strLine;
+  const std::optional<RunResult> hidden = m_Dlg.RunControl(1025);
+  ASSERT_TRUE(hidden);
+  EXPECT_TRUE(hidden->strLine.empty());
 }
 
 TEST_F(DialogWithEngine, HiddenGpuCommandsChangeNothingInTheDialog) {

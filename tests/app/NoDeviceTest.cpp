@@ -6,7 +6,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <cstdlib>
+#include <sstream>
 
+#include "app/HeadlessRunner.h"
 #include "app/TachyrunDlg.h"
 
 namespace tachyrun {
@@ -31,6 +33,24 @@ TEST(NoDevice, DialogKeepsWorkingAndShowsTheStatusNumbers) {
   EXPECT_TRUE(dlg.ControlText(1010).endsWith("  Res=0"));
   delete g_pTestImage;
   g_pTestImage = nullptr;
+}
+
+// A GPU test that can't run for want of a device makes the run fail (1); the
+// CPU tests alone still pass (0).
+TEST(NoDevice, HeadlessExitStatusIsOneWhenAGpuTestCouldNotRun) {
+  QTemporaryDir noVendors;
+  setenv("OCL_ICD_VENDORS", noVendors.path().toLocal8Bit().constData(), 1);
+  RunnerOptions o;
+  o.eMode = RunnerOptions::Mode::Run;
+  o.aControls = {1016, 1021};
+  o.eOutput = RunnerOptions::Output::Json;
+  std::ostringstream out, err;
+  EXPECT_EQ(RunHeadless(o, out, err), kExitTestFailed);
+  EXPECT_NE(out.str().find("\"id\":1021"), std::string::npos) << out.str();
+  EXPECT_NE(out.str().find("\"opencl_device\":\"\""), std::string::npos) << out.str();
+  o.aControls = {1016};
+  std::ostringstream cpuOut;
+  EXPECT_EQ(RunHeadless(o, cpuOut, err), kExitAllPassed);
 }
 
 }  // namespace
