@@ -11,7 +11,7 @@
 
 #include "graph/GraphTypes.h"
 
-// The name of a registered graph, e.g. "FilterGraph 55d0c8a3b2c0 pid 00003039".
+// The name of a registered graph, e.g. "FilterGraph c8a3b2c0 pid 00003039".
 std::string GraphRegistrationName(const void* graph, uint32_t processId);
 
 // $XDG_RUNTIME_DIR/tachyrun/graphs, else /tmp/tachyrun-<uid>/graphs.
