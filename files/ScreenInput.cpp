@@ -19,8 +19,18 @@ struct CloseDisplay {
 };
 using DisplayPtr = std::unique_ptr<Display, CloseDisplay>;
 
+// A busy server (Xvfb under load) refuses a share of new connections: it is
+// asked up to five times, 2 to 16 ms apart. Without a display named there is
+// nobody to ask again.
 DisplayPtr OpenDisplay() {
-  return DisplayPtr(XOpenDisplay(nullptr));
+  constexpr int kAttempts = 5;
+  const char* name = std::getenv("DISPLAY");
+  const bool named = name != nullptr && *name != '\0';
+  for (int attempt = 1;; ++attempt) {
+    if (Display* display = XOpenDisplay(nullptr)) return DisplayPtr(display);
+    if (!named || attempt == kAttempts) return nullptr;
+    platform::SleepMs(1u << attempt);
+  }
 }
 
 // A virtual key as X sees it: up to two key symbols (left and right

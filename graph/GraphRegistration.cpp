@@ -54,9 +54,11 @@ bool WriteWhole(const std::string& path, const std::string& text) {
 }  // namespace
 
 std::string GraphRegistrationName(const void* graph, uint32_t processId) {
+  // Viewers look for exactly eight digits each: a 64-bit address gives its
+  // low 32 bits. Two live graphs that share them share one file.
   char name[64];
-  std::snprintf(name, sizeof(name), "FilterGraph %08" PRIxPTR " pid %08" PRIx32,
-                reinterpret_cast<uintptr_t>(graph), processId);
+  std::snprintf(name, sizeof(name), "FilterGraph %08" PRIx32 " pid %08" PRIx32,
+                static_cast<uint32_t>(reinterpret_cast<uintptr_t>(graph)), processId);
   return name;
 }
 

@@ -150,6 +150,24 @@ std::vector<PadLink> LinksAmong(const std::vector<ElementRef>& elements) {
   return links;
 }
 
+// Whether the parser may build `text` in reasonable time. Every element
+// needs a word (a run of letters, digits and "_") or a "(" (a bin), and the
+// cost of building grows with the square of their count and faster still
+// with the depth of nested bins.
+bool IsWithinLimits(const std::string& text) {
+  size_t words = 0;
+  size_t depth = 0;
+  bool inWord = false;
+  for (char c : text) {
+    const bool wordChar = g_ascii_isalnum(c) || c == '_';
+    words += (wordChar && !inWord) || c == '(';
+    inWord = wordChar;
+    if (c == '(' && ++depth > kMaxGraphDepth) return false;
+    if (c == ')' && depth > 0) --depth;
+  }
+  return words <= kMaxGraphWords;
+}
+
 std::set<std::string> ChildNames(GstBin* graph) {
   std::set<std::string> names;
   for (const ElementRef& element : CollectElements(graph))
@@ -207,6 +225,7 @@ bool WriteGraphText(GstBin* graph, std::string* text) {
 HRESULT LoadGraphText(GstBin* graph, const std::string& text) {
   if (!graph) return E_FAIL;
   if (IsBlank(text)) return S_OK;
+  if (!IsWithinLimits(text)) return E_FAIL;
   EnsureGstInit();
   GError* error = nullptr;
   // The parser wraps the description in a bin of its own, so the result is

@@ -32,7 +32,7 @@ constexpr const char* kHelp =
     "  list          one line per graph: its name, then \"running\" or \"gone\"\n"
     "                (the process that registered it has ended); the default\n"
     "  show NAME     the text of the graph NAME, as listed, e.g.\n"
-    "                'FilterGraph 55d0c8a3b2c0 pid 00003039'\n"
+    "                'FilterGraph c8a3b2c0 pid 00003039'\n"
     "  folder        the folder that holds the registrations\n"
     "  --help        this text\n"
     "\n"
@@ -88,7 +88,7 @@ int List() {
 int Show(const std::string& name) {
   uint32_t processId = 0;
   if (!ParseName(name, &processId)) {
-    return Fail("'" + name + "' is not a graph name like 'FilterGraph 55d0c8a3b2c0 pid 00003039'",
+    return Fail("'" + name + "' is not a graph name like 'FilterGraph c8a3b2c0 pid 00003039'",
                 kUsage);
   }
   std::ifstream file(GraphRegistrationFolder() + "/" + name, std::ios::binary);

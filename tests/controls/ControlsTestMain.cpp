@@ -1,5 +1,5 @@
 // Test main of the controls: one QApplication on the offscreen platform (or
-// the display xvfb-run provides), with a font pinned for the demo's labels.
+// the virtual display that the screenshot test gets), with a font pinned for the demo's labels.
 #include <gtest/gtest.h>
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-// Shows the slider demo on a real X display (xvfb-run), drags the horizontal
+// Shows the slider demo on a X display of its own (Xvfb), drags the horizontal
 // slider and presses keys on the others, and saves what the screen shows.
 #include <gtest/gtest.h>
 

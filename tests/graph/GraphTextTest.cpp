@@ -108,6 +108,43 @@ TEST(LoadGraphTextTest, BadTextsFailAndLeaveTheGraphAsItWas) {
   EXPECT_EQ(LoadGraphText(nullptr, "queue"), E_FAIL);
 }
 
+TEST(LoadGraphTextTest, TextOfMoreWordsThanAGraphHasIsRefused) {
+  // Building and adding elements costs time that grows with the square of
+  // their number: a text of a million bare names would hold the loader for
+  // hours, so a text beyond the word limit isn't built at all.
+  ElementRef pipeline = Launch("videotestsrc name=src ! fakesink name=out");
+  std::string many;
+  for (size_t i = 0; i <= kMaxGraphWords; ++i) many += "fakesink ";
+  EXPECT_EQ(LoadGraphText(Bin(pipeline), many), E_FAIL);
+  EXPECT_EQ(GST_BIN_NUMCHILDREN(Bin(pipeline)), 2);
+  std::string chained;
+  for (size_t i = 0; i < kMaxGraphWords; ++i) chained += "queue!";
+  EXPECT_EQ(LoadGraphText(Bin(pipeline), chained + "fakesink"), E_FAIL);
+  EXPECT_EQ(GST_BIN_NUMCHILDREN(Bin(pipeline)), 2);
+  std::string bins;
+  for (size_t i = 0; i <= kMaxGraphWords; ++i) bins += "( ) ";
+  EXPECT_EQ(LoadGraphText(Bin(pipeline), bins), E_FAIL);
+  const std::string nested(kMaxGraphDepth + 1, '(');
+  EXPECT_EQ(LoadGraphText(Bin(pipeline), nested + "fakesink" + std::string(nested.size(), ')')),
+            E_FAIL);
+  EXPECT_EQ(GST_BIN_NUMCHILDREN(Bin(pipeline)), 2);
+}
+
+TEST(LoadGraphTextTest, AGraphOfHundredsOfElementsIsWithinTheLimit) {
+  ElementRef pipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+  std::string text = "fakesrc name=first num-buffers=10";
+  for (int i = 0; i < 400; ++i)
+    text += " ! queue name=q" + std::to_string(i) + " max-size-buffers=3";
+  ASSERT_EQ(LoadGraphText(Bin(pipeline), text + " ! fakesink name=last"), S_OK);
+  EXPECT_EQ(GST_BIN_NUMCHILDREN(Bin(pipeline)), 402);
+  // Caps with their types, and a bin within a bin, stay well inside the limits.
+  const std::string caps =
+      "videotestsrc name=v ! capsfilter name=c caps=\"video/x-raw, width=(int)320, "
+      "height=(int)240\" ! ( name=outer ( name=inner fakesink name=deep ) )";
+  EXPECT_EQ(LoadGraphText(Bin(pipeline), caps), S_OK);
+  EXPECT_EQ(GST_BIN_NUMCHILDREN(Bin(pipeline)), 405);
+}
+
 TEST(LoadGraphTextTest, AddsToWhatTheGraphHolds) {
   ElementRef pipeline = Launch("videotestsrc name=src ! fakesink name=out");
   ASSERT_EQ(LoadGraphText(Bin(pipeline), "audiotestsrc name=a ! fakesink name=b"), S_OK);
