@@ -92,6 +92,28 @@ bool WriteStaged(CMemoryStream& memory, const std::string& path, const std::stri
   return written;
 }
 
+// Whether the staged file can be made: a folder that takes no new file, or a
+// name in the way, says no. Leaves it made and empty.
+bool CanMakeStaged(const std::string& staged) {
+  FILE* stream = OpenDataFile(staged.c_str(), false);
+  if (stream == nullptr) return false;
+  CloseDataFile(stream);
+  return true;
+}
+
+// A file whose staged copy can't be made is saved the plain way: rotated if
+// asked, then written in place (a rename that fails leaves the old file
+// there, opened without truncation), so that a folder whose files may be
+// written but that takes no new file still saves.
+bool WriteInPlace(const std::string& path, bool rotate, const std::function<bool(FILE*)>& write) {
+  if (rotate) RotateBackupFiles(path.c_str(), 0);
+  FILE* stream = OpenDataFile(path.c_str(), false);
+  if (stream == nullptr) return false;
+  const bool written = write(stream) && SyncStream(stream);
+  CloseDataFile(stream);
+  return written;
+}
+
 // An empty file, on the disk before the caller goes on.
 void WriteMarker(const std::string& path) {
   FILE* stream = std::fopen(path.c_str(), "wb");
@@ -129,6 +151,7 @@ bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
   if (Exists(path) && !IsReadWrite(path)) return false;
   const std::string staged = Staged(path);
   std::remove(staged.c_str());  // a side file a killed save left behind
+  if (!CanMakeStaged(staged)) return WriteInPlace(path, rotate, write);
   if (!WriteStaged(m_Memory, path, staged, keepTail, write)) {
     std::remove(staged.c_str());
     return false;

@@ -212,6 +212,41 @@ TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderFailsAndLosesNothing) {
   EXPECT_EQ(Snapshot(), before);
 }
 
+// A folder that takes no new file but whose files may be written: the save
+// can't rotate (its renames fail) and writes every file in place.
+TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderWithWritableFilesWritesThemInPlace) {
+  CProject project;
+  Fill(project);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  project.MarkChanged(0);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));  // a .Bk1 generation too
+  const auto before = Snapshot();
+  project.MarkChanged(0);
+  project.projectData.iOpaqueA = 77;
+  project.pTimelineList->GetAt(0)->dLengthMs = 5.0;
+  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
+    fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0555) : fs::perms(0666));
+  }
+  fs::permissions(m_Base, fs::perms(0555));
+  const std::string message = testsupport::RunWithoutRoot([&]() -> std::string {
+    if (!SaveTo(project, ProjectFile())) return "save over writable files failed";
+    return "";
+  });
+  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
+    if (entry.is_directory()) fs::permissions(entry.path(), fs::perms(0755));
+  }
+  fs::permissions(m_Base, fs::perms(0755));
+  EXPECT_EQ(message, "");
+  const auto after = Snapshot();
+  EXPECT_EQ(after.size(), before.size());  // no side file, no new generation
+  EXPECT_EQ(after.at(Root() + "Show/Show.Bk1"), before.at(Root() + "Show/Show.Bk1"));
+  CProject opened;
+  ASSERT_EQ(opened.Open(ProjectFile().c_str(), 1), 0);
+  EXPECT_EQ(opened.projectData.iOpaqueA, 77);
+  ASSERT_EQ(opened.pTimelineList->GetCount(), 3);
+  EXPECT_EQ(opened.pTimelineList->GetAt(0)->dLengthMs, 5.0);
+}
+
 TEST_F(ProjectBadInput, WriteProtectedProjectFileFailsTheSaveAndStays) {
   CProject project;
   Fill(project);
