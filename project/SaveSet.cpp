@@ -148,7 +148,9 @@ CSaveSet::~CSaveSet() {
 
 bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
                      const std::function<bool(FILE*)>& write) {
-  if (Exists(path) && !IsReadWrite(path)) return false;
+  // A protected main file goes the plain way too: its rotation moves .Bk1
+  // on and leaves it, and nothing can be written to it.
+  if (Exists(path) && !IsReadWrite(path)) return WriteInPlace(path, rotate, write);
   const std::string staged = Staged(path);
   std::remove(staged.c_str());  // a side file a killed save left behind
   if (!CanMakeStaged(staged)) return WriteInPlace(path, rotate, write);

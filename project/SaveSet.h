@@ -57,12 +57,12 @@ class CSaveSet {
   // Writes path's new content through write into the staged file. rotate:
   // the main file moves on to .Bk1 at the commit. keepTail: the staged file
   // starts as a copy of the main file, so that a shorter new content leaves
-  // the old tail behind it, as an overwrite in place would. False when the
-  // main file exists but can't be written, or write says false; nothing is
-  // kept then. A path staged twice
-  // keeps the second content. Where no staged file can be made beside path
-  // (a folder that takes no new file), path is rotated if asked and written
-  // in place at once, as a save without staging would.
+  // the old tail behind it, as an overwrite in place would. False when
+  // write says false; nothing is kept then. A path staged twice keeps the
+  // second content. A main file that can't be written, or one beside which
+  // no staged file can be made (a folder that takes no new file), goes the
+  // plain way at once: rotated if asked (a protected one stays, its .Bk1
+  // moves on), then written in place, which fails for a protected one.
   bool Stage(const std::string& path, bool rotate, bool keepTail,
              const std::function<bool(FILE*)>& write);
   // Moves every staged file into place as described above.

@@ -247,6 +247,37 @@ TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderWithWritableFilesWritesThemInPlac
   EXPECT_EQ(opened.pTimelineList->GetAt(0)->dLengthMs, 5.0);
 }
 
+// A timeline's rotation moves its .Bk1 on before it finds the main file
+// protected; the main file then stays as it was and the save goes on.
+TEST_F(ProjectBadInput, WriteProtectedTimelineFileStaysButItsBk1MovesToBk2) {
+  CProject project;
+  Fill(project);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  project.MarkChanged(0);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));  // Timeline1.Bk1 now exists
+  fs::permissions(m_Base, fs::perms(0777));
+  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
+    fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0777) : fs::perms(0666));
+  }
+  fs::permissions(TimelineFile("Timeline1"), fs::perms(0444));
+  const auto before = Snapshot();
+  project.MarkChanged(0);
+  project.pTimelineList->GetAt(0)->dLengthMs = 5.0;
+  const std::string message = testsupport::RunWithoutRoot([&]() -> std::string {
+    if (!SaveTo(project, ProjectFile())) return "save failed";
+    return "";
+  });
+  EXPECT_EQ(message, "");
+  EXPECT_EQ(ReadFile(TimelineFile("Timeline1")), before.at(TimelineFile("Timeline1")));
+  EXPECT_EQ(ReadFile(TimelineFile("Timeline1", "Show", ".Bk2")),
+            before.at(TimelineFile("Timeline1", "Show", ".Bk1")));
+  EXPECT_FALSE(fs::exists(TimelineFile("Timeline1", "Show", ".Bk1")));
+  EXPECT_FALSE(fs::exists(TimelineFile("Timeline1") + kStagedSuffix));
+  // The other files were saved and rotated as usual.
+  EXPECT_EQ(ReadFile(TimelineFile("Timeline2", "Show", ".Bk1")), before.at(TimelineFile("Timeline2")));
+  EXPECT_EQ(ReadFile(Root() + "Show/Show.Bk1"), before.at(ProjectFile()));
+}
+
 TEST_F(ProjectBadInput, WriteProtectedProjectFileFailsTheSaveAndStays) {
   CProject project;
   Fill(project);
