@@ -9,7 +9,9 @@
 
 #include <cctype>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "config/GlobalCfg.h"
 #include "core/DataLockGuard.h"
@@ -86,6 +88,16 @@ std::string ExtensionOf(const char* path) {
     if (path[at] == '.') return path + at;
   }
   return std::string();
+}
+
+// Whether path names the same file from the current directory as from the
+// application directory: an absolute path, or a caller standing there.
+bool NamesTheSameFileFromAppDir(const char* path) {
+  if (path[0] == kSeparator) return true;
+  char appDir[kPathBufferSize];
+  GetAppDir(appDir);
+  std::error_code error;
+  return std::filesystem::equivalent(".", appDir, error);
 }
 
 // Copies a caller's text into a 260-byte field of the head record.
@@ -242,7 +254,14 @@ int32_t CProject::Save(char* path) {
   if (path == nullptr) return -1;
   // An unchanged project is written over its own file without touching its
   // backups; a shorter new content then leaves the old file's tail.
-  const bool rotate = iModified != 0;
+  bool rotate = iModified != 0;
+  if (rotate && !NamesTheSameFileFromAppDir(path)) {
+    // The rotation comes before the move to the application directory: a
+    // relative path rotates the caller's file of that name, and the one in
+    // the application directory is then written over in place.
+    RotateBackups(path, 0);
+    rotate = false;
+  }
   CAppDirScope appDir(false);
   MakeDirectories();
   ChangeToAppDir();

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -620,6 +621,30 @@ TEST_F(ProjectOpenSave, RelativePathsAreTakenFromTheApplicationDirectory) {
   EXPECT_EQ(fs::current_path(), before);
   EXPECT_TRUE(fs::exists(App() + "/Relative.qzpj"));
   EXPECT_FALSE(fs::exists(m_Base + "Relative.qzpj"));
+}
+
+// The rotation of a changed project comes before the move to the
+// application directory: a relative path rotates the caller's file of that
+// name, and the one in the application directory is written over in place.
+TEST_F(ProjectOpenSave, RelativeSaveRotatesWhereTheCallerStandsAndWritesInTheAppDir) {
+  CProject project;
+  Fill(project);
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  const std::vector<uint8_t> saved = ReadFile(ProjectFile());
+  ASSERT_EQ(fs::current_path(), fs::path(m_Base).parent_path());
+  WriteFile(m_Base + "Rel.qzpj", std::string("the caller's"));
+  std::vector<uint8_t> longer(saved.size() + 5, 0x5A);
+  WriteFile(App() + "/Rel.qzpj", longer);
+  project.MarkChanged(0);
+  char relative[] = "Rel.qzpj";
+  ASSERT_EQ(project.Save(relative), 0);
+  EXPECT_FALSE(fs::exists(m_Base + "Rel.qzpj"));
+  EXPECT_EQ(testsupport::ReadText(m_Base + "Rel.Bk1"), "the caller's");
+  EXPECT_FALSE(fs::exists(App() + "/Rel.Bk1"));
+  const std::vector<uint8_t> written = ReadFile(App() + "/Rel.qzpj");
+  ASSERT_EQ(written.size(), longer.size());  // the old tail stays
+  EXPECT_TRUE(std::equal(saved.begin(), saved.end(), written.begin()));
+  EXPECT_EQ(written.back(), 0x5A);
 }
 
 TEST_F(ProjectOpenSave, FailedOpenAndSaveAlsoComeBackToTheCallersDirectory) {
