@@ -143,7 +143,9 @@ bool IsSaveDurable() {
 
 CSaveSet::~CSaveSet() {
   if (m_bCommitted) return;
-  for (const Entry& entry : m_Entries) std::remove(Staged(entry.path).c_str());
+  for (const Entry& entry : m_Entries) {
+    for (int32_t g = 1; g <= entry.generations; ++g) std::remove(Staged(entry.path, g).c_str());
+  }
 }
 
 bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
@@ -151,20 +153,27 @@ bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
   // A protected main file goes the plain way too: its rotation moves .Bk1
   // on and leaves it, and nothing can be written to it.
   if (Exists(path) && !IsReadWrite(path)) return WriteInPlace(path, rotate, write);
-  const std::string staged = Staged(path);
+  Entry* earlier = nullptr;
+  for (Entry& entry : m_Entries) {
+    if (entry.path == path) earlier = &entry;
+  }
+  // A path staged again with rotation is a further generation: the commit
+  // rotates once more before it takes that content.
+  const int32_t generation =
+      earlier == nullptr ? 1 : earlier->generations + (rotate && earlier->rotate ? 1 : 0);
+  const std::string staged = Staged(path, generation);
   std::remove(staged.c_str());  // a side file a killed save left behind
   if (!CanMakeStaged(staged)) return WriteInPlace(path, rotate, write);
   if (!WriteStaged(m_Memory, path, staged, keepTail, write)) {
     std::remove(staged.c_str());
     return false;
   }
-  for (Entry& entry : m_Entries) {
-    if (entry.path == path) {
-      entry.rotate = rotate;
-      return true;
-    }
+  if (earlier != nullptr) {
+    earlier->rotate = rotate;
+    earlier->generations = generation;
+    return true;
   }
-  m_Entries.push_back({path, rotate});
+  m_Entries.push_back({path, rotate, 1});
   return true;
 }
 
@@ -187,9 +196,15 @@ void CSaveSet::Commit() {
     WriteMarker(m_MarkerPath);
     SyncFolders({FolderOf(m_MarkerPath)});
   }
-  // Pass 3: the new files take the main names, one atomic rename each.
+  // Pass 3: the new files take the main names, one atomic rename each; a
+  // further generation of a path rotates it once more, as a second save of
+  // the same file would.
   for (const Entry& entry : m_Entries) {
-    std::rename(Staged(entry.path).c_str(), entry.path.c_str());
+    std::rename(Staged(entry.path, 1).c_str(), entry.path.c_str());
+    for (int32_t g = 2; g <= entry.generations; ++g) {
+      if (rotate) RotateBackupFiles(entry.path.c_str(), 0);
+      std::rename(Staged(entry.path, g).c_str(), entry.path.c_str());
+    }
   }
   m_bCommitted = true;
   SyncFolders(folders);

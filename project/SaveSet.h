@@ -24,6 +24,7 @@
 // before it is renamed, and each folder after its renames, so that what a
 // save wrote survives a power loss too. No byte of a file changes for it.
 
+#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <string>
@@ -58,7 +59,9 @@ class CSaveSet {
   // the main file moves on to .Bk1 at the commit. keepTail: the staged file
   // starts as a copy of the main file, so that a shorter new content leaves
   // the old tail behind it, as an overwrite in place would. False when
-  // write says false; nothing is kept then. A path staged twice keeps the
+  // write says false; nothing is kept then. A path staged twice is a
+  // further generation when both ask for rotation (the commit rotates once
+  // more for it, as a second save of that file would), else keeps the
   // second content. A main file that can't be written, or one beside which
   // no staged file can be made (a folder that takes no new file), goes the
   // plain way at once: rotated if asked (a protected one stays, its .Bk1
@@ -72,8 +75,13 @@ class CSaveSet {
   struct Entry {
     std::string path;
     bool rotate;
+    int32_t generations;  // contents staged with rotation, each rotated in turn
   };
-  static std::string Staged(const std::string& path) { return path + kStagedSuffix; }
+  // The side name of a path's first generation is path + ".New", of a
+  // further one path + ".New<n>".
+  static std::string Staged(const std::string& path, int32_t generation) {
+    return path + kStagedSuffix + (generation > 1 ? std::to_string(generation) : std::string());
+  }
   std::string m_MarkerPath;
   CMemoryStream m_Memory;  // one buffer for every file of the save
   std::vector<Entry> m_Entries;

@@ -217,6 +217,24 @@ TEST_F(ProjectOpenSave, TwoSavesOfAChangedProjectKeepTwoGenerations) {
   EXPECT_FALSE(fs::exists(TimelineFile("Timeline1") + kStagedSuffix));
 }
 
+// Each timeline is saved to its file in turn, each save with its rotation:
+// of two timelines of one name the first ends in .Bk1, the old file in .Bk2.
+TEST_F(ProjectOpenSave, TwoTimelinesOfOneNameRotateTheirFileTwice) {
+  CProject project;
+  Fill(project, "Show", 0);
+  project.AddTimeline(projecttest::MakeTimeline("Twin", 1, 2));
+  project.AddTimeline(projecttest::MakeTimeline("Twin", 2, 3));
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  WriteFile(TimelineFile("Twin"), std::string("old main"));
+  WriteFile(TimelineFile("Twin", "Show", ".Bk1"), std::string("old one"));
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  EXPECT_EQ(ReadFile(TimelineFile("Twin")), SavedBytes(*project.pTimelineList->GetAt(1)));
+  EXPECT_EQ(ReadFile(TimelineFile("Twin", "Show", ".Bk1")),
+            SavedBytes(*project.pTimelineList->GetAt(0)));
+  EXPECT_EQ(testsupport::ReadText(TimelineFile("Twin", "Show", ".Bk2")), "old main");
+  EXPECT_FALSE(fs::exists(TimelineFile("Twin") + kStagedSuffix));
+}
+
 TEST_F(ProjectOpenSave, SaveOfAnUnchangedProjectKeepsTheOldFilesTail) {
   CProject project;
   Fill(project);
