@@ -167,14 +167,18 @@ int32_t FileEntryObjList::Scan(const ScanRequest& request) {
         if (platform::AccessPath(found->d_name, 0) == 0) std::remove(found->d_name);
         continue;
       }
+      // No test for a path that already ends in a separator: the double
+      // separator then stands as it is.
+      const std::string fullPath =
+          std::string(request.path) + platform::kPathSeparator + found->d_name;
+      // A full path that a path buffer can't hold is passed over: cut short,
+      // it could name another file, which a caller would copy or remove.
+      if (fullPath.size() >= kPathBufferSize) continue;
       auto entry = std::make_unique<FileEntryObj>();
       entry->SetWriteTime(info.writeTime);
       entry->iIndex = index;
       CopyField(entry->sFileName, found->d_name);
-      // No test for a path that already ends in a separator: the double
-      // separator then stands as it is.
-      CopyField(entry->sFullPath,
-                std::string(request.path) + platform::kPathSeparator + found->d_name);
+      CopyField(entry->sFullPath, fullPath);
       m_aItems.Add(entry.get());
       entry.release();
       ++index;

@@ -50,7 +50,8 @@ class FileEntryObjList : public CObject {
   // doesn't start with ".", any other mode nothing. sFullPath is path, a
   // separator and the name, with no test for a separator already there. A
   // path that can't be entered is searched in the current directory with
-  // the given path still written into sFullPath. -1 for a null path (the
+  // the given path still written into sFullPath. An entry whose full path
+  // wouldn't fit a path buffer is passed over. -1 for a null path (the
   // list stays empty) or a fault during the scan (entries so far stay).
   int32_t ScanDirectory(const char* path, const char* pattern, uint8_t mode);
   // ScanDirectory with mode 0.

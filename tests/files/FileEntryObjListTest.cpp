@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "files/FileEntryObjList.h"
+#include "files/PathParts.h"
 #include "tests/core/DataLockTestPeer.h"
 #include "tests/files/TempDirTest.h"
 
@@ -99,6 +100,21 @@ TEST_F(DirectoryScan, PathEndingInASeparatorGivesADoubleSeparator) {
   ASSERT_EQ(list.ScanDirectory(path.c_str(), "*.qzt", 0), 0);
   ASSERT_EQ(list.GetCount(), 1);
   EXPECT_EQ(std::string(list.GetAt(0)->sFullPath), Scanned() + "//a.qzt");
+}
+
+TEST_F(DirectoryScan, EntryWhoseFullPathDoesntFitIsPassedOver) {
+  std::string path = Scanned() + "/";
+  path += std::string(200 - path.size(), 'd');
+  fs::create_directories(path);
+  const size_t room = kPathBufferSize - 1 - path.size() - 1;  // name length that just fits
+  Touch(fs::path(path) / std::string(room, 'a'));
+  Touch(fs::path(path) / std::string(room + 1, 'b'));
+  FileEntryObjList list;
+  ASSERT_EQ(list.ScanDirectory(path.c_str(), "*.*", 0), 0);
+  ASSERT_EQ(list.GetCount(), 1);
+  EXPECT_EQ(std::string(list.GetAt(0)->sFileName), std::string(room, 'a'));
+  EXPECT_EQ(std::string(list.GetAt(0)->sFullPath), path + "/" + std::string(room, 'a'));
+  EXPECT_EQ(list.GetAt(0)->iIndex, 0);
 }
 
 TEST_F(DirectoryScan, FilesModeSkipsHiddenFilesDirectoriesAndSystemEntries) {

@@ -172,6 +172,20 @@ TEST_F(ProjectVersions, DeleteVersionKeepsTheFoldersUnlessAskedAndOtherFiles) {
   EXPECT_TRUE(FilesIn(Versions() + "C/").empty());
 }
 
+// A file whose full path doesn't fit a path buffer is not reached; its path
+// cut short must not name another file, which would go in its place.
+TEST_F(ProjectVersions, DeleteVersionFilesNeverRemovesAFileNamedByACutPath) {
+  std::string folder = m_Base + "v";
+  folder += std::string(220 - folder.size() - 1, 'x') + "/";
+  ASSERT_EQ(folder.size(), 220u);
+  fs::create_directories(folder);
+  const std::string prefix(kPathBufferSize - 1 - folder.size() - 1, 'k');
+  WriteFile(folder + prefix, std::string("not a version file"));
+  WriteFile(folder + prefix + ".qzpj", std::string("too long to reach"));
+  ASSERT_EQ(m_Project.DeleteVersionFiles(folder.c_str(), 0), 0);
+  EXPECT_EQ(testsupport::ReadText(folder + prefix), "not a version file");
+}
+
 TEST_F(ProjectVersions, RestoreVersionCopiesBackOverTheProjectsFiles) {
   ASSERT_EQ(m_Project.CreateNamedVersion("Good"), 0);
   const std::vector<uint8_t> goodTimeline = ReadFile(TimelineFile("Timeline1"));
