@@ -87,6 +87,7 @@ bool WriteProjectFile(CProject& project, FILE* stream, bool withVideoMode) {
     data.iRepositoryCount = project.pRepositoryList->GetCount();
     if (WriteFileRange(0, kProjectRecordSize, &data, stream) <= 0) return false;
     WriteNameEntries(project, stream);
+    timelines.Unlock();  // released as taken: timelines, then repositories
   }
   if (withVideoMode) project.videoMode.Save(stream);
   return true;

@@ -360,5 +360,6 @@ int32_t CProject::EnsureDefaultContent() {
     SetName(repository->szName, sizeof(repository->szName), name);
     AddRepository(repository);
   }
+  timelines.Unlock();  // released as taken: timelines, then repositories
   return 0;
 }
