@@ -242,7 +242,8 @@ TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderWithWritableFilesWritesThemInPlac
   EXPECT_EQ(after.at(Root() + "Show/Show.Bk1"), before.at(Root() + "Show/Show.Bk1"));
   CProject opened;
   ASSERT_EQ(opened.Open(ProjectFile().c_str(), 1), 0);
-  EXPECT_EQ(opened.projectData.iOpaqueA, 77);
+  const int32_t opaque = opened.projectData.iOpaqueA;  // a packed field
+  EXPECT_EQ(opaque, 77);
   ASSERT_EQ(opened.pTimelineList->GetCount(), 3);
   EXPECT_EQ(opened.pTimelineList->GetAt(0)->dLengthMs, 5.0);
 }
