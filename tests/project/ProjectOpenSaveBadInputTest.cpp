@@ -275,7 +275,8 @@ TEST_F(ProjectBadInput, WriteProtectedTimelineFileStaysButItsBk1MovesToBk2) {
   EXPECT_FALSE(fs::exists(TimelineFile("Timeline1", "Show", ".Bk1")));
   EXPECT_FALSE(fs::exists(TimelineFile("Timeline1") + kStagedSuffix));
   // The other files were saved and rotated as usual.
-  EXPECT_EQ(ReadFile(TimelineFile("Timeline2", "Show", ".Bk1")), before.at(TimelineFile("Timeline2")));
+  EXPECT_EQ(ReadFile(TimelineFile("Timeline2", "Show", ".Bk1")),
+            before.at(TimelineFile("Timeline2")));
   EXPECT_EQ(ReadFile(Root() + "Show/Show.Bk1"), before.at(ProjectFile()));
 }
 
