@@ -43,6 +43,27 @@ class ProjectBadInput : public OpenSaveTest {
     EXPECT_EQ(project.pRepositoryList->GetCount(), 0);
   }
 
+  // A filled project saved twice, so that every file has a .Bk1 beside it.
+  void FillAndSaveTwice(CProject& project) {
+    Fill(project);
+    ASSERT_TRUE(SaveTo(project, ProjectFile()));
+    project.MarkChanged(0);
+    ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  }
+
+  // The scratch tree's folders, and its files unless files is 0, get these
+  // permissions.
+  void SetPermissions(fs::perms folders, fs::perms files) {
+    fs::permissions(m_Base, folders);
+    for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
+      if (entry.is_directory()) {
+        fs::permissions(entry.path(), folders);
+      } else if (files != fs::perms::none) {
+        fs::permissions(entry.path(), files);
+      }
+    }
+  }
+
   // Every file under the scratch tree with its bytes.
   std::map<std::string, std::vector<uint8_t>> Snapshot() {
     std::map<std::string, std::vector<uint8_t>> files;
@@ -189,25 +210,16 @@ TEST_F(ProjectBadInput, SaveIntoAMissingFolderFailsAndChangesNothing) {
 
 TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderFailsAndLosesNothing) {
   CProject project;
-  Fill(project);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));
-  project.MarkChanged(0);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));  // a .Bk1 generation too
+  FillAndSaveTwice(project);
   const auto before = Snapshot();
   project.MarkChanged(0);
   project.pTimelineList->GetAt(0)->dLengthMs = 5.0;
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    if (entry.is_directory()) fs::permissions(entry.path(), fs::perms(0555));
-  }
-  fs::permissions(m_Base, fs::perms(0555));
+  SetPermissions(fs::perms(0555), fs::perms::none);
   const std::string message = testsupport::RunWithoutRoot([&]() -> std::string {
     if (SaveTo(project, ProjectFile())) return "save into a read-only folder succeeded";
     return "";
   });
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    if (entry.is_directory()) fs::permissions(entry.path(), fs::perms(0755));
-  }
-  fs::permissions(m_Base, fs::perms(0755));
+  SetPermissions(fs::perms(0755), fs::perms::none);
   EXPECT_EQ(message, "");
   EXPECT_EQ(Snapshot(), before);
 }
@@ -216,26 +228,17 @@ TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderFailsAndLosesNothing) {
 // can't rotate (its renames fail) and writes every file in place.
 TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderWithWritableFilesWritesThemInPlace) {
   CProject project;
-  Fill(project);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));
-  project.MarkChanged(0);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));  // a .Bk1 generation too
+  FillAndSaveTwice(project);
   const auto before = Snapshot();
   project.MarkChanged(0);
   project.projectData.iOpaqueA = 77;
   project.pTimelineList->GetAt(0)->dLengthMs = 5.0;
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0555) : fs::perms(0666));
-  }
-  fs::permissions(m_Base, fs::perms(0555));
+  SetPermissions(fs::perms(0555), fs::perms(0666));
   const std::string message = testsupport::RunWithoutRoot([&]() -> std::string {
     if (!SaveTo(project, ProjectFile())) return "save over writable files failed";
     return "";
   });
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    if (entry.is_directory()) fs::permissions(entry.path(), fs::perms(0755));
-  }
-  fs::permissions(m_Base, fs::perms(0755));
+  SetPermissions(fs::perms(0755), fs::perms::none);
   EXPECT_EQ(message, "");
   const auto after = Snapshot();
   EXPECT_EQ(after.size(), before.size());  // no side file, no new generation
@@ -252,14 +255,8 @@ TEST_F(ProjectBadInput, SaveIntoAReadOnlyFolderWithWritableFilesWritesThemInPlac
 // protected; the main file then stays as it was and the save goes on.
 TEST_F(ProjectBadInput, WriteProtectedTimelineFileStaysButItsBk1MovesToBk2) {
   CProject project;
-  Fill(project);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));
-  project.MarkChanged(0);
-  ASSERT_TRUE(SaveTo(project, ProjectFile()));  // Timeline1.Bk1 now exists
-  fs::permissions(m_Base, fs::perms(0777));
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0777) : fs::perms(0666));
-  }
+  FillAndSaveTwice(project);
+  SetPermissions(fs::perms(0777), fs::perms(0666));
   fs::permissions(TimelineFile("Timeline1"), fs::perms(0444));
   const auto before = Snapshot();
   project.MarkChanged(0);
@@ -284,10 +281,7 @@ TEST_F(ProjectBadInput, WriteProtectedProjectFileFailsTheSaveAndStays) {
   CProject project;
   Fill(project);
   ASSERT_TRUE(SaveTo(project, ProjectFile()));
-  fs::permissions(m_Base, fs::perms(0777));
-  for (const auto& entry : fs::recursive_directory_iterator(m_Base)) {
-    fs::permissions(entry.path(), entry.is_directory() ? fs::perms(0777) : fs::perms(0666));
-  }
+  SetPermissions(fs::perms(0777), fs::perms(0666));
   fs::permissions(ProjectFile(), fs::perms(0444));
   const auto before = Snapshot();
   project.MarkChanged(0);
