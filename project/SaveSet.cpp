@@ -141,6 +141,16 @@ bool IsSaveDurable() {
   return g_bSaveDurable.load();
 }
 
+// After the commit's rotations only the last three contents of a path are
+// left (main, .Bk1, .Bk2), so no more are kept staged.
+int32_t CSaveSet::DropOldestGeneration(const std::string& path) {
+  std::remove(Staged(path, 1).c_str());
+  for (int32_t g = 2; g <= kKeptGenerations + 1; ++g) {
+    std::rename(Staged(path, g).c_str(), Staged(path, g - 1).c_str());
+  }
+  return kKeptGenerations;
+}
+
 CSaveSet::~CSaveSet() {
   if (m_bCommitted) return;
   for (const Entry& entry : m_Entries) {
@@ -170,7 +180,7 @@ bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
   }
   if (earlier != nullptr) {
     earlier->rotate = rotate;
-    earlier->generations = generation;
+    earlier->generations = generation > kKeptGenerations ? DropOldestGeneration(path) : generation;
     return true;
   }
   m_Entries.push_back({path, rotate, 1});

@@ -79,6 +79,8 @@ class CSaveSet {
   };
   // The side name of a path's first generation is path + ".New", of a
   // further one path + ".New<n>".
+  static constexpr int32_t kKeptGenerations = 3;
+  static int32_t DropOldestGeneration(const std::string& path);
   static std::string Staged(const std::string& path, int32_t generation) {
     return path + kStagedSuffix + (generation > 1 ? std::to_string(generation) : std::string());
   }

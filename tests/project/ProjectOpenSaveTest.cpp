@@ -235,6 +235,23 @@ TEST_F(ProjectOpenSave, TwoTimelinesOfOneNameRotateTheirFileTwice) {
   EXPECT_FALSE(fs::exists(TimelineFile("Twin") + kStagedSuffix));
 }
 
+// Of four, the last three contents stay: .Bk2, .Bk1 and the file itself;
+// no more than those are kept aside while the save runs.
+TEST_F(ProjectOpenSave, FourTimelinesOfOneNameLeaveTheLastThreeContents) {
+  CProject project;
+  Fill(project, "Show", 0);
+  for (int32_t t = 0; t < 4; ++t) project.AddTimeline(projecttest::MakeTimeline("Twin", 1, t + 1));
+  ASSERT_TRUE(SaveTo(project, ProjectFile()));
+  EXPECT_EQ(ReadFile(TimelineFile("Twin")), SavedBytes(*project.pTimelineList->GetAt(3)));
+  EXPECT_EQ(ReadFile(TimelineFile("Twin", "Show", ".Bk1")),
+            SavedBytes(*project.pTimelineList->GetAt(2)));
+  EXPECT_EQ(ReadFile(TimelineFile("Twin", "Show", ".Bk2")),
+            SavedBytes(*project.pTimelineList->GetAt(1)));
+  for (const char* side : {"", "2", "3", "4"}) {
+    EXPECT_FALSE(fs::exists(TimelineFile("Twin") + kStagedSuffix + side)) << side;
+  }
+}
+
 TEST_F(ProjectOpenSave, SaveOfAnUnchangedProjectKeepsTheOldFilesTail) {
   CProject project;
   Fill(project);
