@@ -20,10 +20,15 @@
 
 namespace tachyrun {
 
-CTachyrunApp theApp TACHYRUN_START_ORDER(platform::kStartApp);
-CDataLock g_AppDataLock TACHYRUN_START_ORDER(platform::kStartDataLock);
+// Start slots of the program's globals (platform/StartOrder.h).
+constexpr int kStartApp = 1030;
+constexpr int kStartDataLock = 1040;
+constexpr int kStartComponentList = 1070;
+
+CTachyrunApp theApp TACHYRUN_START_ORDER(kStartApp);
+CDataLock g_AppDataLock TACHYRUN_START_ORDER(kStartDataLock);
 // The track list global joins here, before this one, with the project library.
-CComponentList g_AppComponentList TACHYRUN_START_ORDER(platform::kStartComponentList);
+CComponentList g_AppComponentList TACHYRUN_START_ORDER(kStartComponentList);
 
 // In the order the program's start lists them.
 const void* const g_apProgramGlobals[] = {

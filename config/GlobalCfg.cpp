@@ -7,8 +7,8 @@
 
 // Defined together, so that the store is built first; the configuration
 // has no destructor of its own.
-CRegStore g_CfgRegStore TACHYRUN_START_ORDER(platform::kStartCfgRegStore);
-CGlobalCfg g_GlobalCfg TACHYRUN_START_ORDER(platform::kStartGlobalCfg);
+CRegStore g_CfgRegStore TACHYRUN_START_ORDER(kStartCfgRegStore);
+CGlobalCfg g_GlobalCfg TACHYRUN_START_ORDER(kStartGlobalCfg);
 
 namespace {
 

@@ -42,6 +42,10 @@ class CGlobalCfg {
   GlobalCfgExtData ext;
 };
 
+// Start slots of the two globals below (platform/StartOrder.h).
+inline constexpr int kStartCfgRegStore = 1010;
+inline constexpr int kStartGlobalCfg = 1020;
+
 // The store through which the settings reach the registry; built before
 // g_GlobalCfg, which is built before everything else of the application.
 extern CRegStore g_CfgRegStore;

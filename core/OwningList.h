@@ -28,14 +28,15 @@
 //   class CComponentList
 //       : public COwningList<CComponent, ReleaseByDestructor, NoLeadFields, SortState> {};
 //
+// Every operation holds its lock through CDataLockGuard, so an exception
+// (a negative index reaching the array's bounds check) leaves it free.
+//
 // Loading from a damaged or hostile stream: Load creates one element per
-// counted record and keeps defaults for records that fail, but once the
-// stream reports its end, or an element's Load leaves it where it stood (a
-// position the 32-bit helpers can't reach), it adds at most
-// kMaxElementsPastEnd more such elements and stops, so a count field
-// claiming billions can't exhaust memory.
-
-#include <sys/types.h>
+// counted record and keeps defaults for records that fail, but a run of
+// kMaxFailedReads failed element reads in a row, or more failed reads than
+// kMaxFailedReads beyond the good ones, ends the load as an exception would.
+// Default elements are thus bounded by what the stream's bytes back, whatever
+// the count field claims and however refused records are laid out.
 
 #include <cstdint>
 #include <cstdio>
@@ -43,6 +44,7 @@
 #include <type_traits>
 
 #include "core/DataLock.h"
+#include "core/DataLockGuard.h"
 #include "core/Object.h"
 #include "core/PointerArray.h"
 
@@ -70,8 +72,8 @@ template <class T, class Release = ReleaseByDestructor, class LeadFields = NoLea
 class COwningList : public CObject {
  public:
   using Element = T;
-  // Elements a Load still adds after the stream reported its end.
-  static constexpr int32_t kMaxElementsPastEnd = 1024;
+  // Failed element reads in a row (and beyond the good ones) that end a Load.
+  static constexpr int32_t kMaxFailedReads = 1024;
 
   COwningList() = default;
   COwningList(const COwningList&) = delete;
@@ -86,47 +88,37 @@ class COwningList : public CObject {
 
   // Appends and takes ownership. Always 0.
   int32_t Add(T* element) {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     m_aItems.Add(element);
     RaiseModCount();
-    m_InnerLock.Release();
     return 0;
   }
 
   // Null at or above the count. A negative index reaches the array's bounds
-  // check and throws std::out_of_range with the inner lock still held.
+  // check and throws std::out_of_range; the guard frees the lock.
   T* GetAt(int32_t index) {
-    m_InnerLock.Acquire(0);
-    if (index >= GetCount()) {
-      m_InnerLock.Release();
-      return nullptr;
-    }
-    T* element = m_aItems.GetAt(index);
-    m_InnerLock.Release();
-    return element;
+    CDataLockGuard inner(m_InnerLock, 0);
+    if (index >= GetCount()) return nullptr;
+    return m_aItems.GetAt(index);
   }
 
   // False at or above the count. The element is deleted after the lock is
   // released, so its destructor may take further locks. Leaves m_iModCount.
   bool RemoveAt(int32_t index) {
-    m_InnerLock.Acquire(0);
-    if (index >= GetCount()) {
-      m_InnerLock.Release();
-      return false;
-    }
+    CDataLockGuard inner(m_InnerLock, 0);
+    if (index >= GetCount()) return false;
     T* element = m_aItems.GetAt(index);
     m_aItems.RemoveAt(index);
-    m_InnerLock.Release();
+    inner.Unlock();
     if (element != nullptr) Release::Release(element);
     return true;
   }
 
   // Inserts at `index` (past the end: the gap is null slots) and takes ownership.
   void InsertAt(int32_t index, T* element) {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     m_aItems.InsertAt(index, element);
     RaiseModCount();
-    m_InnerLock.Release();
   }
 
   // Sorted insertion: a linear scan puts `element` in front of the first
@@ -134,7 +126,7 @@ class COwningList : public CObject {
   // the end. m_iModCount rises after the release. Returns the index used.
   template <class GoesBefore>
   int32_t InsertOrdered(T* element, GoesBefore goesBefore) {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     int32_t index = 0;
     const int32_t count = GetCount();
     while (index < count) {
@@ -143,7 +135,7 @@ class COwningList : public CObject {
       ++index;
     }
     m_aItems.InsertAt(index, element);
-    m_InnerLock.Release();
+    inner.Unlock();
     RaiseModCount();
     return index;
   }
@@ -151,12 +143,12 @@ class COwningList : public CObject {
   // Deletes every element and empties the array; m_iModCount rises after
   // the release even when there was nothing to clear.
   void Clear() {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     for (T* element : m_aItems) {
       if (element != nullptr) Release::Release(element);
     }
     if (GetCount() > 0) m_aItems.RemoveAll();
-    m_InnerLock.Release();
+    inner.Unlock();
     RaiseModCount();
   }
 
@@ -165,7 +157,7 @@ class COwningList : public CObject {
   // read afresh on each step. m_iModCount rises once, after the release.
   template <class Keep>
   void ClearExcept(Keep keep) {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     int32_t index = 0;
     while (index < GetCount()) {
       T* element = m_aItems.GetAt(index);
@@ -176,38 +168,33 @@ class COwningList : public CObject {
       m_aItems.RemoveAt(index);
       if (element != nullptr) Release::Release(element);
     }
-    m_InnerLock.Release();
+    inner.Unlock();
     RaiseModCount();
   }
 
   // Replaces the contents with `count` elements read from `stream`. A record
   // that fails to read stays as an element with its constructor defaults.
-  // Any exception ends the loop and keeps what was loaded. Always 0.
+  // Any exception, or too many failed reads (see the top), ends the loop and
+  // keeps what was loaded. Always 0.
   int32_t Load(FILE* stream, int32_t count) {
     Clear();
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     try {
-      int32_t pastEnd = 0;
-      for (int32_t i = 0; i < count && pastEnd < kMaxElementsPastEnd; ++i) {
-        const off_t before = Position(stream);
-        AddLoaded(stream);
-        if (AtEnd(stream) || Position(stream) == before) ++pastEnd;
-      }
+      FailedReads failed;
+      for (int32_t i = 0; i < count && !failed.Exhausted(); ++i) failed.Count(AddLoaded(stream));
     } catch (...) {
       // Loading stops; the elements read so far stay.
     }
     RaiseModCount();
-    m_InnerLock.Release();
     return 0;
   }
 
   // Saves each non-null element in list order; their results are ignored. Always 0.
   int32_t Save(FILE* stream) {
-    m_InnerLock.Acquire(0);
+    CDataLockGuard inner(m_InnerLock, 0);
     for (T* element : m_aItems) {
       if (element != nullptr) element->Save(stream);
     }
-    m_InnerLock.Release();
     return 0;
   }
 
@@ -227,22 +214,43 @@ class COwningList : public CObject {
   }
 
  private:
-  // One element read from the stream and appended; if reading or appending
-  // throws, the element is released before the exception goes on.
-  void AddLoaded(FILE* stream) {
+  // The tally of a Load: failed element reads in a row and in all, against
+  // the good ones. A refused record costs the stream as little as its size
+  // word, a default element far more, so failures may only outrun the good
+  // reads by kMaxFailedReads.
+  class FailedReads {
+   public:
+    void Count(bool bGood) {
+      if (bGood) {
+        ++m_iGood;
+        m_iInARow = 0;
+      } else {
+        ++m_iInARow;
+        ++m_iFailed;
+      }
+    }
+    bool Exhausted() const {
+      return m_iInARow >= kMaxFailedReads || m_iFailed - m_iGood > kMaxFailedReads;
+    }
+
+   private:
+    int64_t m_iGood = 0;
+    int64_t m_iFailed = 0;
+    int32_t m_iInARow = 0;
+  };
+
+  // One element read from the stream and appended, whatever its result; true
+  // when its Load succeeded. If reading or appending throws, the element is
+  // released before the exception goes on.
+  bool AddLoaded(FILE* stream) {
     T* element = new T;
     try {
-      element->Load(stream);
+      const int32_t result = element->Load(stream);
       m_aItems.Add(element);
+      return result == 0;
     } catch (...) {
       Release::Release(element);
       throw;
     }
   }
-
-  static bool AtEnd(FILE* stream) {
-    return stream == nullptr || std::feof(stream) != 0 || std::ferror(stream) != 0;
-  }
-  // Where the stream stands; -1 for none. A record that reads anything moves it.
-  static off_t Position(FILE* stream) { return stream == nullptr ? -1 : ftello(stream); }
 };

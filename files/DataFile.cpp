@@ -9,9 +9,35 @@
 
 namespace {
 
-bool IsDirectoryStream(FILE* stream) {
+// What one attempt to open a data file gave.
+enum class OpenResult { kOpened, kNotOpened, kNotAFile };
+
+// Opens `path` as fopen would with `mode` ("rb", "rb+" or "wb+"), but only
+// as a regular file. Opened non-blocking, so that a pipe or device can't hold
+// the open, checked, then switched back so that transfers behave as usual.
+// A path that opens as anything but a regular file is closed again at once
+// and reported as kNotAFile: the caller tries no other mode on it.
+OpenResult OpenRegular(const char* path, const char* mode, FILE** out) {
+  int flags = O_CLOEXEC | O_NONBLOCK;
+  if (mode[0] == 'w') {
+    flags |= O_RDWR | O_CREAT | O_TRUNC;
+  } else {
+    flags |= mode[2] == '+' ? O_RDWR : O_RDONLY;
+  }
+  const int fd = open(path, flags, 0666);
+  if (fd < 0) return OpenResult::kNotOpened;
   struct stat st {};
-  return fstat(fileno(stream), &st) == 0 && S_ISDIR(st.st_mode);
+  if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
+    close(fd);
+    return OpenResult::kNotAFile;
+  }
+  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  *out = fdopen(fd, mode);
+  if (*out == nullptr) {
+    close(fd);
+    return OpenResult::kNotOpened;
+  }
+  return OpenResult::kOpened;
 }
 
 // end - start as the 32-bit difference it always was: a range whose length
@@ -25,17 +51,6 @@ bool IsSameFile(const char* a, const char* b) {
   struct stat sa {};
   struct stat sb {};
   return stat(a, &sa) == 0 && stat(b, &sb) == 0 && sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
-}
-
-// fopen "rb" without the wait a pipe with no writer would impose: opened
-// non-blocking, then switched back so that reads behave as usual.
-FILE* OpenForReading(const char* path) {
-  const int fd = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (fd < 0) return nullptr;
-  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
-  FILE* stream = fdopen(fd, "rb");
-  if (stream == nullptr) close(fd);
-  return stream;
 }
 
 // Records follow one another, so the stream mostly stands at `start` already.
@@ -53,21 +68,18 @@ void SeekForTransfer(FILE* stream, int32_t start, bool writing) {
 
 FILE* OpenDataFile(const char* path, bool readOnly) {
   if (path == nullptr) return nullptr;
+  // Data files are regular files: a directory, pipe or device gives null
+  // whatever the mode, and nothing waits on it (a pipe would wait forever).
+  static constexpr const char* kWritableModes[] = {"rb+", "wb+", "rb"};
   FILE* stream = nullptr;
   if (readOnly) {
-    stream = OpenForReading(path);
+    OpenRegular(path, "rb", &stream);
   } else {
-    stream = std::fopen(path, "rb+");
-    if (stream == nullptr) stream = std::fopen(path, "wb+");
-    if (stream == nullptr) stream = OpenForReading(path);
+    for (const char* mode : kWritableModes) {
+      if (OpenRegular(path, mode, &stream) != OpenResult::kNotOpened) break;
+    }
   }
-  if (stream == nullptr) return nullptr;
-  // Linux opens a directory for reading; a data file is never one.
-  if (IsDirectoryStream(stream)) {
-    std::fclose(stream);
-    return nullptr;
-  }
-  std::rewind(stream);
+  if (stream != nullptr) std::rewind(stream);
   return stream;
 }
 
@@ -113,8 +125,9 @@ int32_t CopyDataFile(const char* target, const char* source) {
 }
 
 void WriteFileErrorLog(const char* text) {
-  FILE* log = std::fopen("FileErr.txt", "wb+");
-  if (log == nullptr) return;
+  FILE* log = nullptr;
+  // A pipe in its place would take the message and block once it is full.
+  if (OpenRegular("FileErr.txt", "wb+", &log) != OpenResult::kOpened) return;
   std::rewind(log);
   if (text != nullptr) std::fputs(text, log);
   std::fclose(log);

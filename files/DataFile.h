@@ -9,7 +9,8 @@
 
 // Opens `path` positioned at its start. Read-only: "rb" only. Otherwise
 // "rb+", then "wb+" (creates it), then "rb" as the last resort; the caller is
-// not told which one succeeded. Null when none did, and for a directory.
+// not told which one succeeded. Null when none did, and for anything but a
+// regular file (directory, pipe, device), which is never waited on.
 FILE* OpenDataFile(const char* path, bool readOnly);
 
 // Closes `stream`; a null stream is accepted.

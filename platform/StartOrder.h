@@ -1,24 +1,20 @@
 #pragma once
-// The process-wide objects are built in one fixed order, whatever library
-// defines them: the configuration's registry store, the configuration, the
-// application, the global data lock, the id generator, the global track list,
-// the global component list, then the two further registry stores. The
-// priorities order their constructors across translation units and static
-// libraries (lower first, all before unprioritised objects); destruction runs
-// in reverse. The gaps leave room for tests that look between two of them.
+// Process-wide objects are built in one fixed order, whatever library defines
+// them. TACHYRUN_START_ORDER(slot) gives a global its slot: lower slots are
+// built first, all of them before unprioritised objects, across translation
+// units and static libraries; destruction runs in reverse.
+//
+// Each floor defines the slot constants of its own globals beside their
+// declarations, so this header knows no object above it. The slots in use:
+//
+//   1010, 1020  config/    the configuration's registry store, the configuration
+//   1030, 1040  app/       the application object, the global data lock
+//   1050        video/     the id generator
+//   1060        project/   the global track list (reserved until that library lands)
+//   1070        app/       the global component list
+//   1080, 1090  registry/  the two further registry stores
+//
+// A new global takes a free slot at its place in this order and is added to
+// the table. The gaps of ten leave room for tests that look between two slots.
 
 #define TACHYRUN_START_ORDER(slot) __attribute__((init_priority(slot)))
-
-namespace platform {
-
-inline constexpr int kStartCfgRegStore = 1010;
-inline constexpr int kStartGlobalCfg = 1020;
-inline constexpr int kStartApp = 1030;
-inline constexpr int kStartDataLock = 1040;
-inline constexpr int kStartUniqueIds = 1050;
-inline constexpr int kStartTrackList = 1060;
-inline constexpr int kStartComponentList = 1070;
-inline constexpr int kStartAppRegStore = 1080;
-inline constexpr int kStartUserRegStore = 1090;
-
-}  // namespace platform

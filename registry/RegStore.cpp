@@ -8,8 +8,8 @@
 #include "registry/RegDatabase.h"
 #include "registry/RegNames.h"
 
-CRegStore g_AppRegStore TACHYRUN_START_ORDER(platform::kStartAppRegStore);
-CRegStore g_UserRegStore TACHYRUN_START_ORDER(platform::kStartUserRegStore);
+CRegStore g_AppRegStore TACHYRUN_START_ORDER(kStartAppRegStore);
+CRegStore g_UserRegStore TACHYRUN_START_ORDER(kStartUserRegStore);
 
 namespace {
 

@@ -59,5 +59,9 @@ class CRegStore {
 
 // Two process-wide stores for callers of the library. The third one, which
 // serves the global configuration, is g_CfgRegStore in config/GlobalCfg.h.
+// Start slots of the two globals below (platform/StartOrder.h).
+inline constexpr int kStartAppRegStore = 1080;
+inline constexpr int kStartUserRegStore = 1090;
+
 extern CRegStore g_AppRegStore;
 extern CRegStore g_UserRegStore;

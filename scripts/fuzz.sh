@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang and runs each for a few seconds
 # (argument: seconds per target, default 10). Crash inputs land in
-# build/fuzz/artifacts/.
+# build/fuzz/artifacts/. A target's own libFuzzer flags (a -max_len large
+# enough for whole files, say) stand in fuzz/flags/<target>, one per line.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-10}
@@ -20,8 +21,10 @@ for target in "${targets[@]}"; do
   mkdir -p "$corpus"
   seeds="fuzz/seeds/$name"
   [ -d "$seeds" ] && cp -n "$seeds"/* "$corpus"/ 2>/dev/null || true
-  echo "fuzz: $name for ${seconds}s"
-  "$target" -max_total_time="$seconds" -rss_limit_mb=2048 -print_final_stats=0 \
+  flags=()
+  [ -f "fuzz/flags/$name" ] && mapfile -t flags < <(grep -v '^#' "fuzz/flags/$name")
+  echo "fuzz: $name for ${seconds}s ${flags[*]}"
+  "$target" -max_total_time="$seconds" -rss_limit_mb=2048 -print_final_stats=0 "${flags[@]}" \
     -artifact_prefix=build/fuzz/artifacts/"$name"- "$corpus" 2>build/fuzz/"$name".log ||
     { tail -n 60 build/fuzz/"$name".log; echo "fuzz: $name FAILED"; exit 1; }
 done

@@ -1,5 +1,7 @@
 #include "timeline/Component.h"
 
+#include "timeline/ComponentKind.h"
+
 #include <cctype>
 #include <cstring>
 
@@ -55,13 +57,13 @@ int32_t CComponent::InitDefaultLevels() {
   float levelMax = 100.0f;
   int32_t base = -1;  // -1: the scale's middle stays as it is
   switch (iKind) {
-    case 2:
+    case componentkind::kKindAudio:
       startValue = 80.0f, endValue = 80.0f, base = 0;
       break;
-    case 6:
+    case componentkind::kKindDmx:
       levelMax = 255.0f, startValue = 80.0f, endValue = 128.0f, base = 128;
       break;
-    case 10:
+    case componentkind::kKindRising:
       startValue = 0.0f, endValue = 100.0f;
       break;
     default:

@@ -6,6 +6,7 @@
 #include "time/TimeCode.h"
 #include "time/TimeMath.h"
 #include "timeline/Component.h"
+#include "timeline/ComponentKind.h"
 
 namespace {
 
@@ -28,10 +29,6 @@ int64_t Frames(double ms) { return Bounded(FramesAtDefaultRate(ms)); }
 
 double Ms(int64_t frames) {
   return static_cast<double>(MillisecondsAtDefaultRate(static_cast<double>(frames)));
-}
-
-bool IsMediaBound(int32_t kind) {
-  return kind == 1 || kind == 2;
 }
 
 // The record's times in frames; the media, used length and in point also
@@ -73,7 +70,7 @@ int64_t CComponent::SetFreeEnd(int64_t frames, int64_t startFrames) {
   const int64_t readBack = Bounded(tc.GetFrames());
   dSourceLength = Ms(readBack - startFrames);
   dSourceIn = 0.0;
-  if (iKind == 5) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
+  if (iKind == componentkind::kKindKeyedVideo) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
   return timemath::TruncToI64(edge);
 }
 
@@ -82,7 +79,7 @@ int64_t CComponent::SetEnd(int64_t time) {
   int64_t E2 = Frames(static_cast<double>(time));
   const EdgeFrames f = ReadFrames(*this);
   if (!(E2 > f.S + 1)) E2 = f.S + 1;  // an item keeps at least one frame
-  if (!IsMediaBound(iKind)) {
+  if (!componentkind::IsMediaBound(iKind)) {
     dEnd = static_cast<double>(SetFreeEnd(E2, f.S));
   } else if (cReverse == 0) {
     if (f.S - f.Is + f.Ms < E2) E2 = f.S - f.Is + f.Ms;  // not past the source's end
@@ -110,13 +107,13 @@ int64_t CComponent::SetStart(int64_t time) {
   int64_t S2 = Frames(static_cast<double>(time));
   const EdgeFrames f = ReadFrames(*this);
   if (S2 >= f.E - 1) S2 = f.E - 1;
-  if (!IsMediaBound(iKind)) {
+  if (!componentkind::IsMediaBound(iKind)) {
     CTimeCode tc;
     tc.SetFrames(static_cast<double>(S2));
     dStart = static_cast<double>(tc.GetMilliseconds());
     dSourceLength = Ms(f.E - Bounded(tc.GetFrames()));
     dSourceIn = 0.0;
-    if (iKind == 5) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
+    if (iKind == componentkind::kKindKeyedVideo) FitKeyGroupsTo(timemath::TruncToI64(dSourceLength));
     return timemath::TruncToI64(dStart);
   }
   int64_t N = 0;
@@ -145,7 +142,7 @@ int64_t CComponent::StretchEnd(int64_t time) {
   int64_t E2 = Frames(static_cast<double>(time));
   const int64_t S = Frames(dStart);
   if (!(E2 > S + 1)) E2 = S + 1;
-  if (IsMediaBound(iKind)) {
+  if (componentkind::IsMediaBound(iKind)) {
     dEnd = Ms(E2);
     fSpeed = StretchSpeed(dSourceLength, dEnd - dStart);
   } else {
@@ -163,7 +160,7 @@ int64_t CComponent::StretchStart(int64_t time) {
   int64_t S2 = Frames(static_cast<double>(time));
   const int64_t E = Frames(dEnd);
   if (S2 >= E - 1) S2 = E - 1;
-  if (IsMediaBound(iKind)) {
+  if (componentkind::IsMediaBound(iKind)) {
     dStart = Ms(S2);
     fSpeed = StretchSpeed(dSourceLength, dEnd - dStart);
   } else {
@@ -177,11 +174,13 @@ int64_t CComponent::StretchStart(int64_t time) {
 }
 
 namespace {
-// Longest length given the media's length m on the wanted clock: kind 4
-// always, and kind 10 when it is longer, are bound by their own source length.
+// Longest length given the media's length m on the wanted clock: a video item
+// always, and a rising item when it is longer, are bound by their own source length.
 int64_t MaxLength(const CComponentData& c, double m) {
-  if (c.iKind == 10 && c.dSourceLength >= m) return timemath::TruncToI64(c.dSourceLength);
-  if (c.iKind == 4) return timemath::TruncToI64(c.dSourceLength);
+  if (c.iKind == componentkind::kKindRising && c.dSourceLength >= m) {
+    return timemath::TruncToI64(c.dSourceLength);
+  }
+  if (c.iKind == componentkind::kKindVideoItem) return timemath::TruncToI64(c.dSourceLength);
   return timemath::TruncToI64(m);
 }
 }  // namespace

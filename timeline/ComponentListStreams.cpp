@@ -4,16 +4,13 @@
 #include <algorithm>
 
 #include "time/TimeMath.h"
+#include "timeline/ComponentKind.h"
 #include "timeline/ComponentList.h"
 
 namespace {
 
-// Kinds whose components occupy a picture line.
-bool IsPictureLineKind(int32_t kind) {
-  return kind == 1 || kind == 3 || kind == 4 || kind == 5 || kind == 9;
-}
-
-constexpr int32_t kAudioKind = 2;
+using componentkind::IsPictureLine;
+using componentkind::kKindAudio;
 
 // Additions on lines and channels of odd records wrap instead of overflowing.
 int32_t WrapAdd(int32_t a, int32_t b) {
@@ -54,7 +51,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
   // Packed fields: read by value.
   const int32_t audioStreams = std::min(int32_t{parent.iAudioStreams}, kMaxAudioStreams);
   const int32_t videoStreams = std::min(int32_t{parent.iVideoStreams}, kMaxVideoStreams);
-  if (parent.iKind != kAudioKind) {
+  if (parent.iKind != kKindAudio) {
     // Picture item: stream 0 is the parent; then further picture streams,
     // then every audio stream on the lines that follow.
     int32_t line = 0;
@@ -68,7 +65,7 @@ void CComponentList::AppendStreamChildren(CComponent& parent, CPointerArray<CCom
     }
     for (int32_t k = 0; k < audioStreams; ++k) {
       CComponent* child = MakeChild(parent, line, k);
-      child->iKind = kAudioKind;
+      child->iKind = kKindAudio;
       child->iAudioIndex = k;
       line = WrapAdd(line, 1);
       child->InitDefaultLevels();
@@ -106,12 +103,12 @@ int32_t CComponentList::LayOutLines(int64_t base) {
 
   int32_t pictureLines = 0;
   for (const CComponent* component : m_aItems) {
-    if (component == nullptr || !IsPictureLineKind(component->iKind)) continue;
+    if (component == nullptr || !IsPictureLine(component->iKind)) continue;
     const int32_t next = WrapAdd(component->iLine, 1);
     if (next > pictureLines) pictureLines = next;
   }
   for (CComponent* component : m_aItems) {
-    if (component != nullptr && component->iKind == kAudioKind) {
+    if (component != nullptr && component->iKind == kKindAudio) {
       component->iLine = WrapAdd(component->iChannelIndex, pictureLines);
     }
   }

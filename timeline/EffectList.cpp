@@ -1,5 +1,13 @@
 #include "timeline/EffectList.h"
 
+#include "core/DataLockGuard.h"
+
+namespace {
+// The two effect kinds that a selective Clear leaves in the list.
+constexpr int32_t kEffectKindKeptA = 12;
+constexpr int32_t kEffectKindKeptB = 13;
+}  // namespace
+
 CEffect* CEffectList::FindByKind(int32_t kind) {
   m_InnerLock.Acquire(0);
   CEffect* found = nullptr;
@@ -16,6 +24,7 @@ void CEffectList::Clear(uint32_t bKeepSpecial) {
     COwningList::Clear();
     return;
   }
-  ClearExcept(
-      [](const CEffect& effect) { return effect.iEffectKind == 12 || effect.iEffectKind == 13; });
+  ClearExcept([](const CEffect& effect) {
+    return effect.iEffectKind == kEffectKindKeptA || effect.iEffectKind == kEffectKindKeptB;
+  });
 }

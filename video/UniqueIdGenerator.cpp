@@ -7,7 +7,7 @@
 
 #include "platform/Clock.h"
 
-CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(platform::kStartUniqueIds);
+CUniqueIdGenerator g_UniqueIdGenerator TACHYRUN_START_ORDER(kStartUniqueIds);
 
 namespace {
 

@@ -54,4 +54,7 @@ class CUniqueIdGenerator {
   std::atomic<uint64_t> m_iLastId{0};
 };
 
+// Start slot of the global below (platform/StartOrder.h).
+inline constexpr int kStartUniqueIds = 1050;
+
 extern CUniqueIdGenerator g_UniqueIdGenerator;

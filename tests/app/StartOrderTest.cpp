@@ -31,8 +31,8 @@ struct Probe {
   }
 };
 
-Probe g_BeforeIds TACHYRUN_START_ORDER(platform::kStartCfgRegStore - 5)(0);
-Probe g_AfterIds TACHYRUN_START_ORDER(platform::kStartUniqueIds + 5)(1);
+Probe g_BeforeIds TACHYRUN_START_ORDER(kStartCfgRegStore - 5)(0);
+Probe g_AfterIds TACHYRUN_START_ORDER(kStartUniqueIds + 5)(1);
 
 }  // namespace
 

@@ -1,11 +1,14 @@
 #include <dirent.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "config/GlobalCfg.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 
@@ -130,6 +133,25 @@ TEST_F(GlobalCfgFileTest, EmptyPathFailsWithoutTouchingAFile) {
 TEST_F(GlobalCfgFileTest, FileThatCannotBeOpenedFails) {
   m_global.SetCfgFile((m_dir + "/no/such/folder/main.cfg").c_str());
   m_global.SetExtFile((m_dir + "/no/such/folder/ext.cfg").c_str());
+  ExpectEveryFileCallFails();
+}
+
+// In a child process that an alarm ends should a call block on the pipe.
+TEST_F(GlobalCfgFileTest, PipesInPlaceOfTheFilesFailEveryCallWithoutHanging) {
+  ASSERT_EQ(mkfifo(m_cfgPath.c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo(m_extPath.c_str(), 0600), 0);
+  EXPECT_EXIT(
+      {
+        alarm(5);
+        ExpectEveryFileCallFails();
+        std::_Exit(::testing::Test::HasFailure() ? 1 : 0);
+      },
+      ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(GlobalCfgFileTest, ADeviceInPlaceOfTheFilesFailsEveryCall) {
+  m_global.SetCfgFile("/dev/zero");
+  m_global.SetExtFile("/dev/null");
   ExpectEveryFileCallFails();
 }
 

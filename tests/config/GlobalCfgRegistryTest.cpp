@@ -7,7 +7,7 @@
 
 #include "config/GlobalCfg.h"
 #include "registry/RegStore.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 

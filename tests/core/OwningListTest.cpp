@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "core/OwningList.h"
 #include "tests/core/DataLockTestPeer.h"
 #include "tests/core/ProbeRecords.h"
-#include "tests/core/StreamHelpers.h"
+#include "tests/support/ResidentMemory.h"
+#include "tests/support/StreamHelpers.h"
 
 using Peer = CDataLockTestPeer;
 
@@ -118,12 +121,15 @@ TEST_F(OwningList, IndexAtTheCountGivesFalseAndNull) {
   EXPECT_NE(list.GetAt(0), nullptr);
 }
 
-TEST_F(OwningList, NegativeIndexThrowsAndLeavesTheInnerLockHeld) {
+TEST_F(OwningList, NegativeIndexThrowsAndLeavesTheInnerLockFree) {
   ProbeList list;
   list.Add(new Probe(1));
   EXPECT_THROW(list.GetAt(-1), std::out_of_range);
-  EXPECT_EQ(Peer::LockWord(list.m_InnerLock), 1);
-  list.m_InnerLock.Release();  // lets the test's list be destroyed
+  EXPECT_EQ(Peer::LockWord(list.m_InnerLock), 0);
+  EXPECT_THROW(list.RemoveAt(-1), std::out_of_range);
+  EXPECT_EQ(Peer::LockWord(list.m_InnerLock), 0);
+  EXPECT_EQ(list.GetCount(), 1);  // and the list goes on working
+  EXPECT_TRUE(list.RemoveAt(0));
 }
 
 TEST_F(OwningList, RemoveAtDeletesOutsideTheLockAndKeepsTheChangeCount) {
@@ -198,7 +204,7 @@ TEST_F(OwningList, HostileCountStopsSoonAfterTheStreamEnds) {
   FILE* stream = StreamWith(SavedProbes(3));
   ProbeList list;
   EXPECT_EQ(list.Load(stream, INT32_MAX), 0);
-  EXPECT_EQ(list.GetCount(), 3 + ProbeList::kMaxElementsPastEnd);
+  EXPECT_EQ(list.GetCount(), 3 + ProbeList::kMaxFailedReads);
   EXPECT_EQ(Val(list.GetAt(2)->iValue), 300);
   EXPECT_EQ(list.GetModCount(), 2);
   std::fclose(stream);
@@ -211,9 +217,75 @@ TEST_F(OwningList, HostileCountStopsWhenTheStreamStandsBeyondTheHelpersRange) {
   ASSERT_EQ(fseeko(stream, off_t{3} << 30, SEEK_SET), 0);
   ProbeList list;
   EXPECT_EQ(list.Load(stream, INT32_MAX), 0);
-  EXPECT_EQ(list.GetCount(), ProbeList::kMaxElementsPastEnd);
+  EXPECT_EQ(list.GetCount(), ProbeList::kMaxFailedReads);
   const ProbeData defaults;
   EXPECT_EQ(std::memcmp(static_cast<ProbeData*>(list.GetAt(0)), &defaults, sizeof defaults), 0);
+  EXPECT_EQ(list.GetModCount(), 2);
+  std::fclose(stream);
+}
+
+// Refused records: size words above the probe's record size, four bytes each.
+std::vector<uint8_t> RefusedRecords(size_t bytes) {
+  std::vector<uint8_t> out;
+  out.reserve(bytes);
+  while (out.size() + 4 <= bytes) Put(out, int32_t{0x7FFFFFFF});
+  return out;
+}
+
+TEST_F(OwningList, FourMebibytesOfRefusedRecordsEndTheLoadAfterOneRun) {
+  const std::vector<uint8_t> bytes = RefusedRecords(4u << 20);  // 1,048,576 refused records
+  FILE* stream = StreamWith(bytes);
+  ProbeList list;
+  const long before = ResidentKiB();
+  EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0);
+  const long grown = ResidentKiB() - before;
+  // One run of failed reads and no more: defaults, as a catch-all would leave them.
+  EXPECT_EQ(list.GetCount(), ProbeList::kMaxFailedReads);
+  EXPECT_EQ(Probe::s_iLive, ProbeList::kMaxFailedReads);
+  EXPECT_EQ(list.GetModCount(), 2);
+  EXPECT_EQ(Val(list.GetAt(0)->iValue), 1234);
+  EXPECT_EQ(ftello(stream), off_t{4} * ProbeList::kMaxFailedReads);  // reading stopped there
+  RecordProperty("resident_growth_kib", std::to_string(grown));
+  std::fclose(stream);
+}
+
+TEST_F(OwningList, AGoodRecordBreaksARunOfFailedReads) {
+  // 2000 good, then 1000 refused, one good, 1000 refused, one good: no run
+  // reaches the limit, and the good reads back every failed one.
+  std::vector<uint8_t> bytes = SavedProbes(2000);
+  const std::vector<uint8_t> good = SavedProbes(1);
+  const std::vector<uint8_t> refused = RefusedRecords(4000);
+  for (int twice = 0; twice < 2; ++twice) {
+    bytes.insert(bytes.end(), refused.begin(), refused.end());
+    bytes.insert(bytes.end(), good.begin(), good.end());
+  }
+  FILE* stream = StreamWith(bytes);
+  ProbeList list;
+  EXPECT_EQ(list.Load(stream, 4002), 0);
+  ASSERT_EQ(list.GetCount(), 4002);
+  EXPECT_EQ(Val(list.GetAt(1999)->iValue), 200000);
+  EXPECT_EQ(Val(list.GetAt(2000)->iValue), 1234);  // a refused record: defaults
+  EXPECT_EQ(Val(list.GetAt(3000)->iValue), 100);
+  EXPECT_EQ(Val(list.GetAt(4001)->iValue), 100);
+  std::fclose(stream);
+}
+
+TEST_F(OwningList, FailedReadsCannotOutrunTheGoodOnesBeyondTheLimit) {
+  // Runs of 1023 refused records, each broken by one good record: the failed
+  // reads may exceed the good ones by the limit, not more.
+  const std::vector<uint8_t> good = SavedProbes(1);
+  std::vector<uint8_t> bytes;
+  for (int run = 0; run < 64; ++run) {
+    const std::vector<uint8_t> refused = RefusedRecords(4 * (ProbeList::kMaxFailedReads - 1));
+    bytes.insert(bytes.end(), refused.begin(), refused.end());
+    bytes.insert(bytes.end(), good.begin(), good.end());
+  }
+  FILE* stream = StreamWith(bytes);
+  ProbeList list;
+  EXPECT_EQ(list.Load(stream, INT32_MAX), 0);
+  // 1023 failed and 1 good; then 1025 failed against 1 good is one too many,
+  // which happens at the third failed read of the second run.
+  EXPECT_EQ(list.GetCount(), ProbeList::kMaxFailedReads + 3);
   EXPECT_EQ(list.GetModCount(), 2);
   std::fclose(stream);
 }

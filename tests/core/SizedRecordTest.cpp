@@ -7,7 +7,7 @@
 
 #include "core/SizedRecord.h"
 #include "tests/core/ProbeRecords.h"
-#include "tests/core/StreamHelpers.h"
+#include "tests/support/StreamHelpers.h"
 
 namespace {
 

@@ -288,3 +288,38 @@ TEST_F(AppDirectoriesTest, TooLongCurrentDirectoryIsNotSaved) {
   EXPECT_EQ(RestoreCurrentDirectory(saved, static_cast<int32_t>(drive)), -1);
   EXPECT_EQ(Cwd(), deep);
 }
+
+// A directory deeper than the save can hold.
+fs::path MakeDeepDirectory(const fs::path& root) {
+  fs::path deep = root;
+  while (deep.string().size() < 220) deep /= "dddddddddd";
+  fs::create_directories(deep);
+  return deep;
+}
+
+TEST_F(AppDirectoriesTest, RestoreAfterARefusedSaveReportsMinusOneAndChangesNothing) {
+  const fs::path deep = MakeDeepDirectory(m_Root);
+  fs::current_path(deep);
+  char saved[kPathBufferSize];
+  uint32_t drive = 0;
+  EXPECT_EQ(SaveCurrentDirectory(saved, &drive), 0);
+  ASSERT_EQ(saved[0], '\0');  // refused: what the caller checks before leaving
+  const int32_t driveBefore = GetCurrentDrive();
+  fs::current_path(m_Root);  // a caller that went on all the same
+  EXPECT_EQ(RestoreCurrentDirectory(saved, static_cast<int32_t>(drive)), -1);
+  EXPECT_EQ(Cwd(), m_Root);
+  EXPECT_EQ(GetCurrentDrive(), driveBefore);
+}
+
+TEST_F(AppDirectoriesTest, ARefusedSaveInTheSharedSlotForgetsTheOneBeforeIt) {
+  fs::create_directory("elsewhere");
+  const fs::path deep = MakeDeepDirectory(m_Root);
+  EXPECT_EQ(SaveCurrentDirectory(nullptr, nullptr), 0);  // m_Root
+  fs::current_path(deep);
+  EXPECT_EQ(SaveCurrentDirectory(nullptr, nullptr), 0);  // refused, overwrites m_Root
+  fs::current_path(m_Root / "elsewhere");
+  // Neither back to m_Root nor anywhere else: the restore fails where it stands.
+  EXPECT_EQ(RestoreCurrentDirectory(nullptr, 0), -1);
+  EXPECT_EQ(Cwd(), m_Root / "elsewhere");
+}
+

@@ -265,16 +265,58 @@ TEST_F(DataFileTest, FileExistsOfAPipeWithoutWriterDoesNotHang) {
       ::testing::ExitedWithCode(0), "");
 }
 
-TEST_F(DataFileTest, OpenReadOnlyOfAPipeWithoutWriterDoesNotHang) {
+TEST_F(DataFileTest, OpenOfAPipeGivesNullInEveryModeWithoutHanging) {
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   EXPECT_EXIT(
       {
         alarm(5);
-        FILE* stream = OpenDataFile("pipe", true);
-        char buffer[4];
-        const bool ok = stream != nullptr && ReadFileRange(0, 4, buffer, stream) == 0;
-        CloseDataFile(stream);
+        const bool refused =
+            OpenDataFile("pipe", true) == nullptr && OpenDataFile("pipe", false) == nullptr;
+        std::_Exit(refused ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
+  EXPECT_TRUE(fs::is_fifo("pipe"));  // not replaced by a file of the fallback
+}
+
+TEST_F(DataFileTest, OpenOfADeviceGivesNull) {
+  EXPECT_EQ(OpenDataFile("/dev/null", true), nullptr);
+  EXPECT_EQ(OpenDataFile("/dev/null", false), nullptr);
+  EXPECT_EQ(OpenDataFile("/dev/zero", false), nullptr);
+}
+
+TEST_F(DataFileTest, OpenOfADirectoryGivesNullInBothModes) {
+  fs::create_directory("folder");
+  EXPECT_EQ(OpenDataFile("folder", true), nullptr);
+  EXPECT_EQ(OpenDataFile("folder", false), nullptr);
+  EXPECT_TRUE(fs::is_directory("folder"));
+}
+
+TEST_F(DataFileTest, CopyFromAPipeCopiesNothingAndOntoAPipeReplacesIt) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  WriteText("source.dat", "data");
+  EXPECT_EXIT(
+      {
+        alarm(5);
+        // As a source the pipe opens as nothing, as an unreadable source does.
+        const bool ok = CopyDataFile("copy.dat", "pipe") == 0 && FileExists("copy.dat") == 0;
         std::_Exit(ok ? 0 : 1);
+      },
+      ::testing::ExitedWithCode(0), "");
+  EXPECT_EQ(ReadText("copy.dat"), "");
+  // As a target it is removed first, like any target, and the copy is a file.
+  EXPECT_EQ(CopyDataFile("pipe", "source.dat"), 0);
+  EXPECT_TRUE(fs::is_regular_file("pipe"));
+  EXPECT_EQ(ReadText("pipe"), "data");
+}
+
+TEST_F(DataFileTest, ErrorLogOntoAPipeIsSilentAndDoesNotHang) {
+  ASSERT_EQ(mkfifo("FileErr.txt", 0600), 0);
+  EXPECT_EXIT(
+      {
+        alarm(5);
+        const std::string big(1 << 20, 'x');  // more than a pipe holds
+        WriteFileErrorLog(big.c_str());
+        std::_Exit(0);
       },
       ::testing::ExitedWithCode(0), "");
 }

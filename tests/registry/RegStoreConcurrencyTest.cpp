@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "registry/RegStore.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include "registry/RegDatabase.h"
 #include "registry/RegStore.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 

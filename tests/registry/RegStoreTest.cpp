@@ -8,7 +8,7 @@
 #include <string>
 
 #include "registry/RegStore.h"
-#include "tests/registry/TempStore.h"
+#include "tests/support/TempStore.h"
 
 namespace {
 

@@ -7,40 +7,12 @@
 #include <memory>
 #include <vector>
 
+#include "tests/support/StreamHelpers.h"
 #include "timeline/Component.h"
 
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-
-Bytes ReadAll(FILE* f) {
-  std::fflush(f);
-  std::fseek(f, 0, SEEK_END);
-  Bytes bytes(static_cast<size_t>(std::ftell(f)));
-  std::rewind(f);
-  EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), f), bytes.size());
-  return bytes;
-}
-
-FILE* StreamOf(const Bytes& bytes) {
-  FILE* f = std::tmpfile();
-  std::fwrite(bytes.data(), 1, bytes.size(), f);
-  std::rewind(f);
-  return f;
-}
-
-template <class T>
-T At(const Bytes& b, size_t offset) {
-  T value{};
-  std::memcpy(&value, b.data() + offset, sizeof(T));
-  return value;
-}
-
-template <class T>
-void Put(Bytes& b, const T& value) {
-  const auto* p = reinterpret_cast<const uint8_t*>(&value);
-  b.insert(b.end(), p, p + sizeof(T));
-}
 
 void AddEffect(CComponent& c, int32_t kind, int groups) {
   auto* e = new CEffect();
@@ -79,7 +51,7 @@ TEST(ComponentFile, StreamLayoutAndByteExactRoundTrip) {
   Build(c);
   FILE* f = std::tmpfile();
   ASSERT_EQ(c.Save(f), 0);
-  const Bytes bytes = ReadAll(f);
+  const Bytes bytes = StreamBytes(f);
   std::fclose(f);
   EXPECT_EQ(+c.iLevelCount, 3);
   EXPECT_EQ(+c.iEffectCount, 2);
@@ -127,7 +99,7 @@ TEST(ComponentFile, StreamLayoutAndByteExactRoundTrip) {
   EXPECT_EQ(at, bytes.size());
 
   // Loaded back, the component saves the very same bytes.
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent loaded;
   ASSERT_EQ(loaded.Load(in), 0);
   EXPECT_EQ(std::ftell(in), static_cast<long>(bytes.size()));
@@ -138,7 +110,7 @@ TEST(ComponentFile, StreamLayoutAndByteExactRoundTrip) {
       0);
   FILE* again = std::tmpfile();
   ASSERT_EQ(loaded.Save(again), 0);
-  EXPECT_EQ(ReadAll(again), bytes);
+  EXPECT_EQ(StreamBytes(again), bytes);
   std::fclose(again);
 }
 
@@ -156,7 +128,7 @@ TEST(ComponentFile, HandMadeEffectWithoutBlock) {
   first.m_Extra.aExtraHead[0] = 0xAB;
   FILE* f = std::tmpfile();
   first.Save(f);
-  const Bytes firstBytes = ReadAll(f);
+  const Bytes firstBytes = StreamBytes(f);
   std::fclose(f);
   bytes.insert(bytes.end(), firstBytes.begin(), firstBytes.end());
   // Second effect by hand: no block behind it, one key group.
@@ -181,7 +153,7 @@ TEST(ComponentFile, HandMadeEffectWithoutBlock) {
   Put(bytes, int32_t{64});
   Put(bytes, marker);
 
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   ASSERT_EQ(c.Load(in), 0);
   EXPECT_EQ(std::ftell(in), static_cast<long>(bytes.size()));
@@ -202,7 +174,7 @@ TEST(ComponentFile, HandMadeEffectWithoutBlock) {
   // Saved again, the effect carries its block and says so.
   FILE* out = std::tmpfile();
   c.Save(out);
-  const Bytes saved = ReadAll(out);
+  const Bytes saved = StreamBytes(out);
   std::fclose(out);
   EXPECT_EQ(saved.size(), bytes.size() + 760);
   const size_t secondAt = 4 + 1001 + firstBytes.size();
@@ -218,7 +190,7 @@ TEST(ComponentFile, IntegerTimesUpgradeToDoubles) {
   Bytes bytes;
   Put(bytes, int32_t{1001});
   Put(bytes, record);
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   ASSERT_EQ(c.Load(in), 0);
   std::fclose(in);
@@ -233,7 +205,7 @@ TEST(ComponentFile, IntegerTimesUpgradeToDoubles) {
   EXPECT_EQ(c.cTimesAreDouble, 1);
   FILE* out = std::tmpfile();
   c.Save(out);
-  const Bytes saved = ReadAll(out);
+  const Bytes saved = StreamBytes(out);
   std::fclose(out);
   EXPECT_EQ(saved[4 + 957], 1);
   EXPECT_EQ(At<double>(saved, 4 + 214), 1500.0);
@@ -247,7 +219,7 @@ TEST(ComponentFile, RecordTooOldToReachFlagIsNotConverted) {
   Put(bytes, int32_t{900});
   bytes.insert(bytes.end(), reinterpret_cast<uint8_t*>(&record),
                reinterpret_cast<uint8_t*>(&record) + 900);
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   ASSERT_EQ(c.Load(in), 0);
   std::fclose(in);
@@ -261,7 +233,7 @@ TEST(ComponentFile, LongerRecordIsRefusedAndObjectUnchanged) {
   Bytes bytes;
   Put(bytes, int32_t{1002});
   bytes.resize(4 + 1002, 0x11);
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   c.iKind = 3;
   c.m_Markers.Add(new CMarkerPoint(5, 5));
@@ -276,7 +248,7 @@ TEST(ComponentFile, LongerRecordIsRefusedAndObjectUnchanged) {
 TEST(ComponentFile, ZeroSizeAndNullStreamFail) {
   Bytes bytes;
   Put(bytes, int32_t{0});
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   EXPECT_EQ(c.Load(in), -1);
   std::fclose(in);
@@ -296,7 +268,7 @@ TEST(ComponentFile, ShorterRecordTakesDefaultsAndNextItemReads) {
   next.iTime = 4242;
   Put(bytes, int32_t{64});
   Put(bytes, next);
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   c.fLevelMax = 1.0f;
   ASSERT_EQ(c.Load(in), 0);
@@ -337,7 +309,7 @@ TEST(ComponentFile, MissingElementsLoadAsDefaults) {
   point.iTime = 10;
   Put(bytes, int32_t{38});
   Put(bytes, point);  // the second point and the marker are missing
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   ASSERT_EQ(c.Load(in), 0);
   std::fclose(in);
@@ -357,14 +329,14 @@ TEST(ComponentFile, HugeCountsStayBounded) {
   Bytes bytes;
   Put(bytes, int32_t{1001});
   Put(bytes, record);
-  FILE* in = StreamOf(bytes);
+  FILE* in = StreamWith(bytes);
   CComponent c;
   ASSERT_EQ(c.Load(in), 0);
   std::fclose(in);
   EXPECT_GT(c.m_Levels.GetCount(), 0);
-  EXPECT_LE(c.m_Levels.GetCount(), CLevelPointList::kMaxElementsPastEnd);
-  EXPECT_LE(c.m_Effects.GetCount(), CEffectList::kMaxElementsPastEnd);
-  EXPECT_LE(c.m_Markers.GetCount(), CMarkerPointList::kMaxElementsPastEnd);
+  EXPECT_LE(c.m_Levels.GetCount(), CLevelPointList::kMaxFailedReads);
+  EXPECT_LE(c.m_Effects.GetCount(), CEffectList::kMaxFailedReads);
+  EXPECT_LE(c.m_Markers.GetCount(), CMarkerPointList::kMaxFailedReads);
   EXPECT_EQ(+c.iLevelCount, c.m_Levels.GetCount());  // counts refreshed from the lists
 }
 

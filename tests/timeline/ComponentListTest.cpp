@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
+#include <string>
 #include <vector>
 
+#include "tests/support/ResidentMemory.h"
+#include "tests/support/StreamHelpers.h"
 #include "tests/timeline/ComponentListTestUtil.h"
 #include "timeline/ComponentList.h"
 
@@ -282,4 +286,22 @@ TEST(ComponentList, SaveAndLoadRoundTripTheComponents) {
   EXPECT_EQ(Ids(loaded), Ids(list));
   EXPECT_DOUBLE_EQ(loaded.m_aItems[1]->dEnd, 450.0);
   EXPECT_EQ(+loaded.m_aItems[1]->iKind, 2);
+}
+
+TEST(ComponentList, FourMebibytesOfRefusedRecordsKeepMemoryFlat) {
+  // Size words the 1001-byte record refuses: four bytes of input each.
+  std::vector<uint8_t> bytes;
+  bytes.reserve(4u << 20);
+  while (bytes.size() < (4u << 20)) Put(bytes, int32_t{1002});
+  FILE* stream = StreamWith(bytes);
+  CComponentList list;
+  const long before = ResidentKiB();
+  EXPECT_EQ(list.Load(stream, static_cast<int32_t>(bytes.size() / 4)), 0);
+  const long grown = ResidentKiB() - before;
+  // One run of refused reads, then the load ends as an exception would end it.
+  EXPECT_EQ(list.GetCount(), CComponentList::kMaxFailedReads);
+  EXPECT_EQ(list.GetModCount(), 2);
+  EXPECT_EQ(+list.GetAt(0)->iKind, +CComponent().iKind);  // a refused record: defaults
+  RecordProperty("resident_growth_kib", std::to_string(grown));
+  std::fclose(stream);
 }

@@ -7,21 +7,13 @@
 #include <vector>
 
 #include "TimelineTestUtil.h"
+#include "tests/support/StreamHelpers.h"
 #include "timeline/EffectList.h"
 #include "timeline/MarkerPoint.h"
 
 using ::testing::ElementsAre;
 
 namespace {
-
-std::vector<uint8_t> StreamBytes(FILE* f) {
-  std::fflush(f);
-  const long end = std::ftell(f);
-  std::vector<uint8_t> bytes(static_cast<size_t>(end));
-  std::rewind(f);
-  EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), f), bytes.size());
-  return bytes;
-}
 
 TEST(EffectData, Defaults) {
   CEffect e;

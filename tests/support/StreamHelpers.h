@@ -1,5 +1,6 @@
 #pragma once
-// Temporary streams with known bytes, and the bytes a stream holds.
+// Temporary streams with known bytes, the bytes a stream holds, and
+// little-endian values put into and read out of byte vectors.
 
 #include <cstdint>
 #include <cstdio>
@@ -29,4 +30,12 @@ template <class V>
 void Put(std::vector<uint8_t>& bytes, const V& value) {
   const auto* p = reinterpret_cast<const uint8_t*>(&value);
   bytes.insert(bytes.end(), p, p + sizeof(V));
+}
+
+// The value whose little-endian bytes stand at `offset`.
+template <class V>
+V At(const std::vector<uint8_t>& bytes, size_t offset) {
+  V value{};
+  std::memcpy(&value, bytes.data() + offset, sizeof(V));
+  return value;
 }
