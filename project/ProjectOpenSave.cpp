@@ -246,7 +246,7 @@ int32_t CProject::Save(char* path) {
   CAppDirScope appDir(false);
   MakeDirectories();
   ChangeToAppDir();
-  CSaveSet set;
+  CSaveSet set(std::string(path) + kCommitSuffix);
   if (!set.Stage(path, rotate, !rotate,
                  [this](FILE* stream) { return projectfiles::WriteProjectFile(*this, stream, true); })) {
     return -1;  // nothing on disk has changed

@@ -59,7 +59,24 @@ void KeepAsBackup(const std::string& path) {
   if (::link(path.c_str(), backup1.c_str()) != 0) CopyDataFile(backup1.c_str(), path.c_str());
 }
 
+// An empty file, on the disk before the caller goes on.
+void WriteMarker(const std::string& path) {
+  FILE* stream = std::fopen(path.c_str(), "wb");
+  if (stream == nullptr) return;
+  SyncStream(stream);
+  std::fclose(stream);
+}
+
+void SyncFolders(const std::set<std::string>& folders) {
+  if (!IsSaveDurable()) return;
+  for (const std::string& folder : folders) SyncFolder(folder);
+}
+
 }  // namespace
+
+bool IsSaveInterrupted(const char* projectFile) {
+  return projectFile != nullptr && Exists(std::string(projectFile) + kCommitSuffix);
+}
 
 void SetSaveDurability(bool durable) {
   g_bSaveDurable.store(durable);
@@ -99,21 +116,30 @@ bool CSaveSet::Stage(const std::string& path, bool rotate, bool keepTail,
 }
 
 void CSaveSet::Commit() {
-  // Pass 1: the old .Bk1 becomes .Bk2. The main files are untouched.
-  for (const Entry& entry : m_Entries) {
-    if (entry.rotate) RotateBackupFiles(entry.path.c_str(), 1);
-  }
-  // Pass 2: each main file is also .Bk1. From here the .Bk1 set is whole.
-  for (const Entry& entry : m_Entries) {
-    if (entry.rotate) KeepAsBackup(entry.path);
+  std::set<std::string> folders{FolderOf(m_MarkerPath)};
+  for (const Entry& entry : m_Entries) folders.insert(FolderOf(entry.path));
+  // After an interrupted commit the .Bk1 set is the last whole save: no
+  // generation moves until a commit has gone through.
+  const bool rotate = !Exists(m_MarkerPath);
+  if (rotate) {
+    // Pass 1: the old .Bk1 becomes .Bk2. The main files are untouched.
+    for (const Entry& entry : m_Entries) {
+      if (entry.rotate) RotateBackupFiles(entry.path.c_str(), 1);
+    }
+    // Pass 2: each main file is also .Bk1. From here the .Bk1 set is whole.
+    for (const Entry& entry : m_Entries) {
+      if (entry.rotate) KeepAsBackup(entry.path);
+    }
+    SyncFolders(folders);
+    WriteMarker(m_MarkerPath);
+    SyncFolders({FolderOf(m_MarkerPath)});
   }
   // Pass 3: the new files take the main names, one atomic rename each.
-  std::set<std::string> folders;
   for (const Entry& entry : m_Entries) {
     std::rename(Staged(entry.path).c_str(), entry.path.c_str());
-    folders.insert(FolderOf(entry.path));
   }
   m_bCommitted = true;
-  if (!IsSaveDurable()) return;
-  for (const std::string& folder : folders) SyncFolder(folder);
+  SyncFolders(folders);
+  std::remove(m_MarkerPath.c_str());
+  SyncFolders({FolderOf(m_MarkerPath)});
 }

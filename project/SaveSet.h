@@ -11,7 +11,12 @@
 // .Bk1 set is. The end state is that of a plain rotation: .Bk2 the former
 // .Bk1, .Bk1 the former main file, the main file the new one.
 //
-//   CSaveSet set;
+// A marker file (the project file's path + ".Commit") stands while the
+// renames run. A save that finds it knows that the main set may be a mix of
+// two saves and that the .Bk1 set is the last whole one: it then leaves all
+// backups as they are, so that the whole set is not rotated away.
+//
+//   CSaveSet set(projectFile + kCommitSuffix);
 //   if (!set.Stage(path, true, false, [&](FILE* s) { return Write(s); })) ...
 //   set.Commit();
 //
@@ -22,6 +27,7 @@
 #include <cstdio>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Process-wide: whether saves wait for the disk. On by default; tools and
@@ -31,10 +37,16 @@ bool IsSaveDurable();
 
 // The name a file is staged under before a save commits it.
 inline constexpr const char* kStagedSuffix = ".New";
+// The marker beside a project file while a save's renames run.
+inline constexpr const char* kCommitSuffix = ".Commit";
+
+// Whether the last save to projectFile was stopped during its renames: its
+// main set may then mix two saves, and its .Bk1 set is the last whole one.
+bool IsSaveInterrupted(const char* projectFile);
 
 class CSaveSet {
  public:
-  CSaveSet() = default;
+  explicit CSaveSet(std::string markerPath) : m_MarkerPath(std::move(markerPath)) {}
   // Removes staged files that were never committed.
   ~CSaveSet();
   CSaveSet(const CSaveSet&) = delete;
@@ -58,6 +70,7 @@ class CSaveSet {
     bool rotate;
   };
   static std::string Staged(const std::string& path) { return path + kStagedSuffix; }
+  std::string m_MarkerPath;
   std::vector<Entry> m_Entries;
   bool m_bCommitted = false;
 };
