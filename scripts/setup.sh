@@ -19,6 +19,8 @@ PACKAGES=(
   # media graph helpers
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
   gstreamer1.0-tools libgsf-1-dev libgsf-bin
+  # project tool: JSON output, its schema check, and MLT as the peer reading its exports
+  nlohmann-json3-dev python3-jsonschema melt
 )
 
 missing=()
