@@ -55,6 +55,15 @@ bool ReadRawRecord(FILE* stream, int32_t* size, Record* record) {
   return got == want;
 }
 
+// The bytes item takes when saved.
+template <class Item>
+int64_t SavedSize(Item& item) {
+  Stream scratch(std::tmpfile());
+  if (!scratch) return 0;
+  item.Save(scratch.get());
+  return std::ftell(scratch.get());
+}
+
 std::string Describe(int64_t declared, int64_t found, const char* what) {
   return "declares " + std::to_string(declared) + " " + what + ", holds " + std::to_string(found);
 }
@@ -66,6 +75,7 @@ void LoadNamed(std::vector<NamedFile>& files, List& list, const char* kindName,
                int32_t recordSize, CountCheck checkCounts,
                const std::function<void(const std::string&, const std::string&)>& add) {
   for (NamedFile& file : files) {
+    if (file.name.empty()) continue;  // reported with the entries
     const std::string reason = UnreadableReason(file.path);
     if (!reason.empty()) {
       add(file.path, std::string(kindName) + " \"" + file.name + "\": " + reason);
@@ -99,8 +109,16 @@ void LoadNamed(std::vector<NamedFile>& files, List& list, const char* kindName,
       continue;
     }
     checkCounts(raw, *item, file.path);
-    const int64_t rest = FileSize(stream.get()) - std::ftell(stream.get());
-    if (rest > 0) add(file.path, std::to_string(rest) + " bytes after the last record");
+    // A list load fills what the file lacks with default records, so a
+    // count larger than the file holds shows only in the size.
+    const int64_t fileSize = FileSize(stream.get());
+    const int64_t wanted = SavedSize(*item);
+    if (wanted > fileSize) {
+      add(file.path, "ends " + std::to_string(wanted - fileSize) +
+                         " bytes short of the records its counts declare");
+    } else if (const int64_t rest = fileSize - std::ftell(stream.get()); rest > 0) {
+      add(file.path, std::to_string(rest) + " bytes after the last record");
+    }
     std::memset(item->szName, 0, sizeof(item->szName));
     std::memcpy(item->szName, file.name.data(), std::min(file.name.size(), sizeof(item->szName) - 1));
     list.m_aItems.Add(item.release());
@@ -207,21 +225,30 @@ void CProjectReader::ReadEntries(FILE* stream, CProject& project) {
   }
   data.iTimelineCount = timelines.GetCount();
   data.iRepositoryCount = repositories.GetCount();
-  auto toFiles = [&project](CProjectFileList& names, int32_t (CProject::*folder)(char*),
-                            const char* extension, std::vector<NamedFile>& out) {
+  auto add = [this](const std::string& text) { Add(m_ProjectPath, text); };
+  auto toFiles = [&project, &add](CProjectFileList& names, const char* kind,
+                                  int32_t (CProject::*folder)(char*), const char* extension,
+                                  std::vector<NamedFile>& out) {
     char dir[kPathBufferSize] = {};
     (project.*folder)(dir);
     for (CProjectFileData* entry : names.m_aItems) {
       if (entry == nullptr) continue;
       NamedFile file;
       file.name = FieldString(entry->szName, sizeof(entry->szName));
-      file.path = std::string(dir) + "/" + file.name + extension;
+      if (file.name.empty()) {
+        // A failed entry read leaves an empty name: no file to look for.
+        add(kind + std::string(" entry ") + std::to_string(out.size() + 1) + " has no name");
+        out.push_back(file);
+        continue;
+      }
+      file.path = std::string(dir) + file.name + extension;  // dir ends with a separator
       out.push_back(file);
     }
   };
-  toFiles(timelines, &CProject::GetTimelineDir, projectnames::kTimelineExtension, m_Timelines);
-  toFiles(repositories, &CProject::GetRepositoryDir, projectnames::kRepositoryExtension,
-          m_Repositories);
+  toFiles(timelines, "timeline", &CProject::GetTimelineDir, projectnames::kTimelineExtension,
+          m_Timelines);
+  toFiles(repositories, "repository", &CProject::GetRepositoryDir,
+          projectnames::kRepositoryExtension, m_Repositories);
 }
 
 void CProjectReader::ReadVideoMode(FILE* stream, CProject& project) {
