@@ -58,6 +58,8 @@ set(TACHYRUN_PC_LIBS)
 foreach(target IN LISTS TACHYRUN_INSTALLED_LIBRARIES)
   string(APPEND TACHYRUN_PC_LIBS " -l${target}")
 endforeach()
+# The way up from the .pc file to the prefix: one ".." per folder.
+string(REGEX REPLACE "[^/]+" ".." TACHYRUN_PC_UP "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 configure_file(cmake/tachyrun.pc.in ${PROJECT_BINARY_DIR}/tachyrun.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/tachyrun.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
