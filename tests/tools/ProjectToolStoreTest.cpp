@@ -95,6 +95,21 @@ TEST_F(ToolTest, VersionsAreMadeListedAndRestored) {
   EXPECT_EQ(videoComponents(), 2u);
 }
 
+TEST_F(ToolTest, ProjectPathsMayBeRelativeToWhereTheToolRuns) {
+  Sample();
+  const std::string relative = "Sample/Sample.qzpj";
+  const std::string root = Scratch("root");
+  EXPECT_EQ(Tool({"backup", relative}, root).exitCode, 0);
+  EXPECT_TRUE(fs::is_regular_file(Scratch("root/Sample/Sample.Bk1")));
+  EXPECT_EQ(Tool({"version", relative, "V"}, root).exitCode, 0);
+  EXPECT_TRUE(fs::is_directory(Scratch("root/Sample/Versions/V")));
+  EXPECT_EQ(Tool({"restore", relative, "V"}, root).exitCode, 0);
+  EXPECT_EQ(Tool({"check", relative}, root).exitCode, 0);
+  const ToolRun made = Tool({"new", ".", "Other"}, root);
+  EXPECT_EQ(made.exitCode, 0);
+  EXPECT_EQ(made.out, root + "/Other/Other.qzpj\n");
+}
+
 TEST_F(ToolTest, RestoreOfAnUnknownVersionWritesNothing) {
   const std::string path = Sample();
   const auto before = TreeSnapshot(Scratch("root"));

@@ -48,7 +48,8 @@ inline std::string ReadText(const std::string& path) {
 // Runs program with args (no shell), stdout and stderr into files of scratch.
 inline ToolRun RunProgram(const std::string& program, const std::vector<std::string>& args,
                           const std::string& scratch,
-                          const std::vector<std::string>& environment = {}) {
+                          const std::vector<std::string>& environment = {},
+                          const std::string& workDir = "") {
   const std::string outPath = scratch + "/.stdout";
   const std::string errPath = scratch + "/.stderr";
   const pid_t child = ::fork();
@@ -58,6 +59,7 @@ inline ToolRun RunProgram(const std::string& program, const std::vector<std::str
     ::dup2(out, 1);
     ::dup2(err, 2);
     for (const std::string& setting : environment) ::putenv(const_cast<char*>(setting.c_str()));
+    if (!workDir.empty() && ::chdir(workDir.c_str()) != 0) ::_exit(126);
     std::vector<char*> argv;
     argv.push_back(const_cast<char*>(program.c_str()));
     for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
@@ -173,8 +175,8 @@ inline std::string MakeSampleProject(const std::string& root, const std::string&
 
 class ToolTest : public ::testing::Test {
  protected:
-  ToolRun Tool(const std::vector<std::string>& args) {
-    return RunProgram(TACHYRUN_PROJECT_TOOL, args, m_Temp.Root());
+  ToolRun Tool(const std::vector<std::string>& args, const std::string& workDir = "") {
+    return RunProgram(TACHYRUN_PROJECT_TOOL, args, m_Temp.Root(), {}, workDir);
   }
   std::string Scratch(const std::string& name) const { return m_Temp.Path(name); }
   std::string Sample(const std::string& name = "Sample") {

@@ -27,6 +27,11 @@ const char* RepositoryKindName(int32_t kind) {
   return kind >= 0 && kind < static_cast<int32_t>(std::size(names)) ? names[kind] : "unknown kind";
 }
 
+std::string ModeName(const CDeviceMode& mode) {
+  const std::string name = FieldString(mode.szDisplay, sizeof(mode.szDisplay));
+  return name.empty() ? "(no name)" : name;
+}
+
 int32_t ComponentCount(CTimeline& timeline) {
   int32_t count = 0;
   for (CTrack* track : timeline.tracks.m_aItems) {
@@ -55,7 +60,7 @@ void PrintInfo(CProject& project, const CProjectReader& reader) {
             << "\n"
             << "File:         " << reader.ProjectPath() << "\n"
             << "Root:         " << FieldString(data.szRootPath, sizeof(data.szRootPath)) << "\n"
-            << "Video mode:   " << FieldString(mode.szDisplay, sizeof(mode.szDisplay)) << " ("
+            << "Video mode:   " << ModeName(mode) << " ("
             << mode.iWidth << "x" << mode.iHeight << ", " << rate << " frames/s"
             << (reader.HasVideoMode() ? "" : ", default: none stored") << ")\n";
   std::cout << "Timelines:    " << project.pTimelineList->GetCount() << "\n";

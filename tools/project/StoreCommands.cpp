@@ -52,6 +52,14 @@ bool OpenForWriting(const std::string& path, CProject& project) {
   return true;
 }
 
+// The library's operations run in the application directory: a path the
+// user gave relative to where the tool was started must not depend on that.
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  const fs::path absolute = fs::absolute(path, error);
+  return error ? path : absolute.lexically_normal().string();
+}
+
 std::string VersionsDir(CProject& project) {
   char dir[kPathBufferSize] = {};
   project.GetVersionsDir(dir);
@@ -105,7 +113,7 @@ int RunBackup(const std::vector<std::string>& args) {
   CommandLine line;
   int code = kExitOk;
   if (!ParseFor(CommandNamed("backup"), args, {}, {}, 1, 1, &line, &code)) return code;
-  const std::string& path = line.positional[0];
+  const std::string path = Absolute(line.positional[0]);
   CProject project;
   if (!OpenForWriting(path, project)) return kExitFindings;
   // A backup set is written only for a changed project: asked for by
@@ -149,7 +157,7 @@ int RunVersion(const std::vector<std::string>& args) {
     }
   }
   CProject project;
-  if (!OpenForWriting(line.positional[0], project)) return kExitFindings;
+  if (!OpenForWriting(Absolute(line.positional[0]), project)) return kExitFindings;
   if (named) {
     project.CreateNamedVersion(line.positional[1].c_str());
   } else {
@@ -166,7 +174,7 @@ int RunRestore(const std::vector<std::string>& args) {
   CommandLine line;
   int code = kExitOk;
   if (!ParseFor(command, args, {}, {}, 2, 2, &line, &code)) return code;
-  const std::string& path = line.positional[0];
+  const std::string path = Absolute(line.positional[0]);
   const std::string& name = line.positional[1];
   if (const std::string bad = BadName(name); !bad.empty()) return UsageError(command, bad);
   CProject project;
