@@ -71,8 +71,10 @@ std::vector<Playlist> Playlists(const std::string& xml) {
         entry.length = std::stoll(Attribute(attributes, "length"));
       } else {
         const auto producer = producers.find(Attribute(attributes, "producer"));
-        if (producer == producers.end()) ours = false;
-        else entry.resource = producer->second;
+        if (producer == producers.end())
+          ours = false;
+        else
+          entry.resource = producer->second;
         entry.in = std::stoll(Attribute(attributes, "in"));
         entry.out = std::stoll(Attribute(attributes, "out"));
         const std::string inner = (*at)[4].str();
@@ -92,8 +94,8 @@ class MltTest : public ToolTest {
   // expanded): the text, or empty when melt failed.
   std::string RoundTrip(const std::string& file) {
     const std::string back = Scratch("back.mlt");
-    const ToolRun melt = RunProgram("melt", {file, "-consumer", "xml:" + back}, m_Temp.Root(),
-                                    {"MLT_XML_DEEP=1"});
+    const ToolRun melt =
+        RunProgram("melt", {file, "-consumer", "xml:" + back}, m_Temp.Root(), {"MLT_XML_DEEP=1"});
     EXPECT_EQ(melt.exitCode, 0) << melt.err;
     return fs::exists(back) ? ReadText(back) : std::string();
   }
@@ -112,9 +114,8 @@ TEST_F(MltTest, TheExportHoldsOnePlaylistPerTrackInFramesWithBlanksForTheGaps) {
   const std::vector<Playlist> playlists = Playlists(ReadText(file));
   ASSERT_EQ(playlists.size(), 5u);
   // 25 frames/s: red 0-2000 ms, blue 3000-5000 ms from 1000 ms into its source.
-  const Playlist video = {{false, 0, "red", 0, 49, ""},
-                          {true, 25, "", 0, 0, ""},
-                          {false, 0, "blue", 25, 74, ""}};
+  const Playlist video = {
+      {false, 0, "red", 0, 49, ""}, {true, 25, "", 0, 0, ""}, {false, 0, "blue", 25, 74, ""}};
   EXPECT_EQ(playlists[0], video);
   // Audio 1000-4000 ms: level 80 (0 dB) at its start, 40 (-6.02 dB) at 2000
   // ms, 80 at its end.
@@ -152,7 +153,8 @@ TEST_F(MltTest, EveryTimelineOfTheProjectExportsAndParses) {
     EXPECT_NE(ReadText(file).find(std::string("title=\"") + name + "\""), std::string::npos);
     EXPECT_FALSE(RoundTrip(file).empty()) << name;
   }
-  const ToolRun missing = Tool({"export-mlt", project, "--timeline", "Nope", "-o", Scratch("x.mlt")});
+  const ToolRun missing =
+      Tool({"export-mlt", project, "--timeline", "Nope", "-o", Scratch("x.mlt")});
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_FALSE(fs::exists(Scratch("x.mlt")));
 }
@@ -165,8 +167,8 @@ TEST_F(MltTest, OverlapsAreCutAndMarkupInNamesIsEscaped) {
     // Over the end of red (0-2000 ms), on a path with XML's own characters.
     const std::string odd = Scratch("a&b<\"c\">.wav");
     WriteSilentWav(odd, 2);
-    TrackOf(project, 0, 0)->components.Add(
-        MakeComponent(componentkind::kKindPicture, 1000.0, 2400.0, 0.0, odd));
+    TrackOf(project, 0, 0)
+        ->components.Add(MakeComponent(componentkind::kKindPicture, 1000.0, 2400.0, 0.0, odd));
     project.MarkChanged(0);
     ASSERT_EQ(project.Save(const_cast<char*>(path.c_str())), 0);
   }
@@ -209,10 +211,10 @@ TEST_F(MltTest, AnExportOfColourProducersRendersToTheirColours) {
   }
   const std::string file = Export(path);
   const std::string rendered = Scratch("render.y4m");
-  const ToolRun melt = RunProgram("melt",
-                                  {file, "-consumer", "avformat:" + rendered, "f=yuv4mpegpipe",
-                                   "pix_fmt=yuv420p", "an=1"},
-                                  m_Temp.Root());
+  const ToolRun melt = RunProgram(
+      "melt",
+      {file, "-consumer", "avformat:" + rendered, "f=yuv4mpegpipe", "pix_fmt=yuv420p", "an=1"},
+      m_Temp.Root());
   ASSERT_EQ(melt.exitCode, 0) << melt.err;
   const std::string y4m = ReadText(rendered);
   ASSERT_EQ(y4m.rfind("YUV4MPEG2 W160 H120 F25:1", 0), 0u) << y4m.substr(0, 60);
@@ -225,7 +227,7 @@ TEST_F(MltTest, AnExportOfColourProducersRendersToTheirColours) {
     }
     return true;
   };
-  const std::array<int, 3> red = {81, 90, 240};   // BT.601, limited range
+  const std::array<int, 3> red = {81, 90, 240};  // BT.601, limited range
   const std::array<int, 3> blue = {41, 240, 110};
   for (size_t frame : {0u, 49u}) EXPECT_TRUE(near(pixels[frame], red)) << frame;
   for (size_t frame : {75u, 124u}) EXPECT_TRUE(near(pixels[frame], blue)) << frame;

@@ -10,7 +10,7 @@ namespace {
 
 using nlohmann::json;
 
-const char* const kSubcommands[] = {"new",     "info",    "dump",    "check",     "backup",
+const char* const kSubcommands[] = {"new",      "info",    "dump",    "check",     "backup",
                                     "versions", "version", "restore", "export-mlt"};
 
 TEST_F(ToolTest, EverySubcommandHasHelpThatExitsZero) {
@@ -161,9 +161,11 @@ TEST_F(ToolTest, VersionsOfAProjectWithoutAnySaysSo) {
 TEST_F(ToolTest, CommandsThatReadWriteNothing) {
   const std::string path = Sample();
   const auto before = TreeSnapshot(Scratch("root"));
-  for (const std::vector<std::string>& args :
-       {std::vector<std::string>{"info", path}, {"dump", path, "--json"}, {"check", path},
-        {"versions", path}, {"export-mlt", path, "-o", Scratch("out.mlt")}}) {
+  for (const std::vector<std::string>& args : {std::vector<std::string>{"info", path},
+                                               {"dump", path, "--json"},
+                                               {"check", path},
+                                               {"versions", path},
+                                               {"export-mlt", path, "-o", Scratch("out.mlt")}}) {
     EXPECT_EQ(Tool(args).exitCode, 0) << args[0];
   }
   EXPECT_EQ(TreeSnapshot(Scratch("root")), before);

@@ -25,8 +25,8 @@
 #include "project/Timeline.h"
 #include "project/TimelineList.h"
 #include "project/Track.h"
-#include "timeline/ComponentKind.h"
 #include "tests/support/TempFiles.h"
+#include "timeline/ComponentKind.h"
 
 namespace tooltest {
 
@@ -87,7 +87,8 @@ inline std::map<std::string, std::string> TreeSnapshot(const std::string& root) 
     const std::string name = entry.path().string();
     if (entry.is_regular_file()) {
       const std::string bytes = ReadText(name);
-      files[name] = std::to_string(bytes.size()) + ":" + std::to_string(std::hash<std::string>{}(bytes));
+      files[name] =
+          std::to_string(bytes.size()) + ":" + std::to_string(std::hash<std::string>{}(bytes));
     } else {
       files[name] = "folder";
     }

@@ -2,9 +2,8 @@
 // names of the records. Reserved and carried-but-unused byte blocks are left
 // out; everything with a meaning is in.
 
-#include <nlohmann/json.hpp>
-
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "project/Repository.h"
 #include "project/RepositoryList.h"
@@ -256,7 +255,8 @@ json VideoMode(const CDeviceMode& mode) {
 
 json Findings(const std::vector<Finding>& findings) {
   json out = json::array();
-  for (const Finding& finding : findings) out.push_back({{"file", finding.file}, {"text", finding.text}});
+  for (const Finding& finding : findings)
+    out.push_back({{"file", finding.file}, {"text", finding.text}});
   return out;
 }
 
@@ -274,12 +274,8 @@ int RunDump(const std::vector<std::string>& args) {
   json out;
   const auto only = line.values.find("--timeline");
   if (only != line.values.end()) {
-    CTimeline* timeline = FindTimeline(project, only->second);
-    if (timeline == nullptr) {
-      std::cerr << kProgramName << ": " << line.positional[0] << ": no timeline named \""
-                << only->second << "\"\n";
-      return kExitFindings;
-    }
+    CTimeline* timeline = TimelineOrReport(project, line.positional[0], only->second);
+    if (timeline == nullptr) return kExitFindings;
     out["timelines"] = json::array({Timeline(*timeline)});
   } else {
     out["project"] = Head(project.projectData);

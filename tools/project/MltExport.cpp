@@ -37,11 +37,21 @@ std::string Escape(const std::string& text) {
   std::string out;
   for (const char c : text) {
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      case '\'': out += "&apos;"; break;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      case '\'':
+        out += "&apos;";
+        break;
       default:
         // Control characters have no place in XML 1.0 text.
         if (static_cast<unsigned char>(c) >= 0x20 || c == '\t') out += c;
@@ -61,7 +71,8 @@ Rate RateOf(const CProject& project) {
   const double rate = FrameRateOf(project);
   Rate out;
   const int32_t frameTime = project.videoMode.iFrameTime;
-  if (frameTime > 0 && std::abs(kFrameTimeUnitsPerSecond / static_cast<double>(frameTime) - rate) < 1e-9) {
+  if (frameTime > 0 &&
+      std::abs(kFrameTimeUnitsPerSecond / static_cast<double>(frameTime) - rate) < 1e-9) {
     const int64_t divisor = std::gcd(kFrameTimeUnitsPerSecond, static_cast<int64_t>(frameTime));
     out.num = kFrameTimeUnitsPerSecond / divisor;
     out.den = frameTime / divisor;
@@ -174,8 +185,7 @@ std::string LevelKeyframes(CComponent& component, const Entry& entry, const Rate
   return out.str();
 }
 
-std::vector<Entry> TrackEntries(CTrack& track, const Rate& rate, CProducers& producers,
-                                int* cut) {
+std::vector<Entry> TrackEntries(CTrack& track, const Rate& rate, CProducers& producers, int* cut) {
   std::vector<Entry> entries;
   std::vector<CComponent*> components;
   for (CComponent* component : track.components.m_aItems) {
@@ -243,7 +253,8 @@ std::string TimelineXml(CProject& project, CTimeline& timeline, int* cut) {
   std::ostringstream out;
   out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
       << "<mlt LC_NUMERIC=\"C\" version=\"7.0.0\" title=\""
-      << Escape(FieldString(timeline.szName, sizeof(timeline.szName))) << "\" producer=\"tractor0\">\n"
+      << Escape(FieldString(timeline.szName, sizeof(timeline.szName)))
+      << "\" producer=\"tractor0\">\n"
       << Profile(project, rate);
   producers.Write(out);
   for (size_t i = 0; i < playlists.size(); ++i) WritePlaylist(out, i, playlists[i]);
@@ -297,21 +308,14 @@ int RunExportMlt(const std::vector<std::string>& args) {
   CProject project;
   CProjectReader reader;
   if (!ReadProjectOrReport(path, project, reader)) return kExitFindings;
-  CTimeline* timeline = nullptr;
   const auto named = line.values.find("--timeline");
-  if (named != line.values.end()) {
-    timeline = FindTimeline(project, named->second);
-    if (timeline == nullptr) {
-      std::cerr << kProgramName << ": " << path << ": no timeline named \"" << named->second
-                << "\"\n";
-      return kExitFindings;
-    }
-  } else {
-    timeline = project.pTimelineList->GetAt(0);
-    if (timeline == nullptr) {
+  CTimeline* timeline = named != line.values.end() ? TimelineOrReport(project, path, named->second)
+                                                   : project.pTimelineList->GetAt(0);
+  if (timeline == nullptr) {
+    if (named == line.values.end()) {
       std::cerr << kProgramName << ": " << path << ": the project has no timeline\n";
-      return kExitFindings;
     }
+    return kExitFindings;
   }
   int cut = 0;
   const std::string xml = TimelineXml(project, *timeline, &cut);
@@ -325,10 +329,7 @@ int RunExportMlt(const std::vector<std::string>& args) {
     std::cerr << kProgramName << ": " << cut
               << " overlapping components were cut to fit one playlist per track\n";
   }
-  if (reader.Findings().empty()) return kExitOk;
-  std::cerr << kProgramName << ": the project has findings ('check' lists them):\n";
-  PrintFindings(reader.Findings(), std::cerr);
-  return kExitFindings;
+  return FinishWithFindings(reader);
 }
 
 }  // namespace projecttool

@@ -4,11 +4,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <functional>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "project/ProjectFileAccess.h"
@@ -31,7 +31,9 @@ struct StreamCloser {
 };
 using Stream = std::unique_ptr<FILE, StreamCloser>;
 
-Stream OpenForReading(const std::string& path) { return Stream(std::fopen(path.c_str(), "rb")); }
+Stream OpenForReading(const std::string& path) {
+  return Stream(std::fopen(path.c_str(), "rb"));
+}
 
 int64_t FileSize(FILE* stream) {
   const long at = std::ftell(stream);
@@ -71,8 +73,8 @@ std::string Describe(int64_t declared, int64_t found, const char* what) {
 // Loads each named file into list: a missing, odd or damaged file is a
 // finding and stays out of the list.
 template <class Item, class Record, class List, class CountCheck>
-void LoadNamed(std::vector<NamedFile>& files, List& list, const char* kindName,
-               int32_t recordSize, CountCheck checkCounts,
+void LoadNamed(std::vector<NamedFile>& files, List& list, const char* kindName, int32_t recordSize,
+               CountCheck checkCounts,
                const std::function<void(const std::string&, const std::string&)>& add) {
   for (NamedFile& file : files) {
     if (file.name.empty()) continue;  // reported with the entries
@@ -120,7 +122,8 @@ void LoadNamed(std::vector<NamedFile>& files, List& list, const char* kindName,
       add(file.path, std::to_string(rest) + " bytes after the last record");
     }
     std::memset(item->szName, 0, sizeof(item->szName));
-    std::memcpy(item->szName, file.name.data(), std::min(file.name.size(), sizeof(item->szName) - 1));
+    std::memcpy(item->szName, file.name.data(),
+                std::min(file.name.size(), sizeof(item->szName) - 1));
     list.m_aItems.Add(item.release());
     file.loaded = true;
   }
@@ -135,7 +138,8 @@ std::string FieldString(const char* field, size_t size) {
 std::string UnreadableReason(const std::string& path) {
   struct stat info {};
   if (::stat(path.c_str(), &info) != 0) {
-    return errno == ENOENT ? "does not exist" : std::string("cannot be read: ") + std::strerror(errno);
+    return errno == ENOENT ? "does not exist"
+                           : std::string("cannot be read: ") + std::strerror(errno);
   }
   if (S_ISDIR(info.st_mode)) return "is a directory, not a file";
   if (!S_ISREG(info.st_mode)) return "is not a regular file";

@@ -47,7 +47,8 @@ std::vector<VersionFolder> ListVersions(CProject& project) {
   if (root.empty() || !fs::is_directory(root, error)) return versions;
   for (fs::directory_iterator it(root, error), end; !error && it != end; it.increment(error)) {
     if (!it->is_directory(error)) continue;
-    versions.push_back({it->path().filename().string(), it->path().string(), CountFiles(it->path())});
+    versions.push_back(
+        {it->path().filename().string(), it->path().string(), CountFiles(it->path())});
   }
   std::sort(versions.begin(), versions.end(),
             [](const VersionFolder& a, const VersionFolder& b) { return a.name < b.name; });
@@ -56,8 +57,8 @@ std::vector<VersionFolder> ListVersions(CProject& project) {
 
 std::vector<std::string> ListBackups(CProject& project) {
   std::vector<std::string> backups;
-  for (auto folder : {&CProject::GetProjectDir, &CProject::GetTimelineDir,
-                      &CProject::GetRepositoryDir}) {
+  for (auto folder :
+       {&CProject::GetProjectDir, &CProject::GetTimelineDir, &CProject::GetRepositoryDir}) {
     const std::string dir = FolderOf(project, folder);
     std::error_code error;
     if (dir.empty() || !fs::is_directory(dir, error)) continue;

@@ -102,13 +102,21 @@ bool ReadProjectOrReport(const std::string& path, CProject& project, CProjectRea
   return false;
 }
 
-CTimeline* FindTimeline(CProject& project, const std::string& name) {
+CTimeline* TimelineOrReport(CProject& project, const std::string& path, const std::string& name) {
   for (CTimeline* timeline : project.pTimelineList->m_aItems) {
     if (timeline != nullptr && FieldString(timeline->szName, sizeof(timeline->szName)) == name) {
       return timeline;
     }
   }
+  std::cerr << kProgramName << ": " << path << ": no timeline named \"" << name << "\"\n";
   return nullptr;
+}
+
+int FinishWithFindings(const CProjectReader& reader) {
+  if (reader.Findings().empty()) return kExitOk;
+  std::cerr << kProgramName << ": the project has findings ('check' lists them):\n";
+  PrintFindings(reader.Findings(), std::cerr);
+  return kExitFindings;
 }
 
 std::string TimeCodeText(double ms, double frameRate) {

@@ -66,8 +66,14 @@ void PrintFindings(const std::vector<Finding>& findings, std::ostream& out);
 // that can't be used prints the findings and gives false.
 bool ReadProjectOrReport(const std::string& path, CProject& project, CProjectReader& reader);
 
-// The timeline named name (case as stored), or null.
-class CTimeline* FindTimeline(CProject& project, const std::string& name);
+// The timeline named name (case as stored); null after a message naming
+// path when there is none.
+class CTimeline* TimelineOrReport(CProject& project, const std::string& path,
+                                  const std::string& name);
+
+// kExitOk when the reader found nothing, else kExitFindings after the
+// findings on stderr: the end of a command that used what it could read.
+int FinishWithFindings(const CProjectReader& reader);
 
 // ms as "hh:mm:ss:ff" at frameRate.
 std::string TimeCodeText(double ms, double frameRate);

@@ -60,8 +60,8 @@ void PrintInfo(CProject& project, const CProjectReader& reader) {
             << "\n"
             << "File:         " << reader.ProjectPath() << "\n"
             << "Root:         " << FieldString(data.szRootPath, sizeof(data.szRootPath)) << "\n"
-            << "Video mode:   " << ModeName(mode) << " ("
-            << mode.iWidth << "x" << mode.iHeight << ", " << rate << " frames/s"
+            << "Video mode:   " << ModeName(mode) << " (" << mode.iWidth << "x" << mode.iHeight
+            << ", " << rate << " frames/s"
             << (reader.HasVideoMode() ? "" : ", default: none stored") << ")\n";
   std::cout << "Timelines:    " << project.pTimelineList->GetCount() << "\n";
   for (CTimeline* timeline : project.pTimelineList->m_aItems) {
@@ -98,8 +98,8 @@ class CIdCheck {
            std::vector<Finding>& findings) {
     auto [at, fresh] = m_Seen.emplace(id, where);
     if (!fresh) {
-      findings.push_back({file, "id " + std::to_string(id) + " of " + where + " is also the id of " +
-                                    at->second});
+      findings.push_back(
+          {file, "id " + std::to_string(id) + " of " + where + " is also the id of " + at->second});
     }
   }
 
@@ -110,9 +110,11 @@ class CIdCheck {
 void CheckComponent(CTrack& track, CComponent& component, const std::string& where,
                     const std::string& file, std::vector<Finding>& findings) {
   std::ostringstream problem;
-  if (!(component.dStart >= 0.0)) problem << "starts before 0 (" << component.dStart << " ms)";
+  if (!(component.dStart >= 0.0))
+    problem << "starts before 0 (" << component.dStart << " ms)";
   else if (!(component.dEnd >= component.dStart)) {
-    problem << "ends (" << component.dEnd << " ms) before it starts (" << component.dStart << " ms)";
+    problem << "ends (" << component.dEnd << " ms) before it starts (" << component.dStart
+            << " ms)";
   } else if (!track.AcceptsKind(component.iKind)) {
     problem << "is of kind " << component.iKind << ", which a " << TrackKindName(track.iTrackKind)
             << " track does not take";
@@ -129,7 +131,8 @@ void CheckTimelines(const CProjectReader& reader, CProject& project,
   for (CTimeline* timeline : project.pTimelineList->m_aItems) {
     if (timeline == nullptr) continue;
     // Loaded timelines keep the order of their entries.
-    while (fileIndex < reader.Timelines().size() && !reader.Timelines()[fileIndex].loaded) ++fileIndex;
+    while (fileIndex < reader.Timelines().size() && !reader.Timelines()[fileIndex].loaded)
+      ++fileIndex;
     const std::string file =
         fileIndex < reader.Timelines().size() ? reader.Timelines()[fileIndex++].path : "";
     const std::string name = FieldString(timeline->szName, sizeof(timeline->szName));
@@ -137,12 +140,14 @@ void CheckTimelines(const CProjectReader& reader, CProject& project,
     int32_t trackNumber = 0;
     for (CTrack* track : timeline->tracks.m_aItems) {
       if (track == nullptr) continue;
-      const std::string trackWhere = "track " + std::to_string(++trackNumber) + " of \"" + name + "\"";
+      const std::string trackWhere =
+          "track " + std::to_string(++trackNumber) + " of \"" + name + "\"";
       trackIds.See(track->iId, trackWhere, file, findings);
       int32_t componentNumber = 0;
       for (CComponent* component : track->components.m_aItems) {
         if (component == nullptr) continue;
-        const std::string where = "component " + std::to_string(++componentNumber) + " of " + trackWhere;
+        const std::string where =
+            "component " + std::to_string(++componentNumber) + " of " + trackWhere;
         componentIds.See(component->iUniqueId, where, file, findings);
         CheckComponent(*track, *component, where, file, findings);
       }
@@ -184,10 +189,7 @@ int RunInfo(const std::vector<std::string>& args) {
   CProjectReader reader;
   if (!ReadProjectOrReport(line.positional[0], project, reader)) return kExitFindings;
   PrintInfo(project, reader);
-  if (reader.Findings().empty()) return kExitOk;
-  std::cerr << kProgramName << ": the project has findings ('check' lists them):\n";
-  PrintFindings(reader.Findings(), std::cerr);
-  return kExitFindings;
+  return FinishWithFindings(reader);
 }
 
 int RunCheck(const std::vector<std::string>& args) {

@@ -91,8 +91,8 @@ int RunNew(const std::vector<std::string>& args) {
   InitAppDirectories(0);
   char appDir[kPathBufferSize] = {};
   GetAppDir(appDir);
-  const std::string templateFile =
-      std::string(appDir) + "/" + projectnames::kTemplateProjectName + projectnames::kProjectExtension;
+  const std::string templateFile = std::string(appDir) + "/" + projectnames::kTemplateProjectName +
+                                   projectnames::kProjectExtension;
   if (const std::string reason = UnreadableReason(templateFile); !reason.empty()) {
     std::cerr << FileError(templateFile, "the project template " + reason);
     return kExitFindings;
@@ -195,9 +195,7 @@ int RunRestore(const std::vector<std::string>& args) {
   CProjectReader reader;
   if (!ReadProjectOrReport(path, restored, reader)) return kExitFindings;
   std::cout << "restored " << name << " into " << path << "\n";
-  if (reader.Findings().empty()) return kExitOk;
-  PrintFindings(reader.Findings(), std::cerr);
-  return kExitFindings;
+  return FinishWithFindings(reader);
 }
 
 }  // namespace projecttool
