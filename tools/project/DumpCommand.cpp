@@ -18,8 +18,15 @@ namespace {
 
 using nlohmann::json;
 
+// Fields of packed records may sit at any address: they are copied out
+// before the JSON library binds a reference to them.
+template <class T>
+T Copy(T value) {
+  return value;
+}
+
 // The key is the field's own name.
-#define TACHYRUN_JSON_FIELD(out, record, field) (out)[#field] = (record).field
+#define TACHYRUN_JSON_FIELD(out, record, field) (out)[#field] = Copy((record).field)
 #define TACHYRUN_JSON_TEXT(out, record, field) \
   (out)[#field] = FieldString((record).field, sizeof((record).field))
 

@@ -46,7 +46,7 @@ double TimelineEnd(CTimeline& timeline) {
   for (CTrack* track : timeline.tracks.m_aItems) {
     if (track == nullptr) continue;
     for (CComponent* component : track->components.m_aItems) {
-      if (component != nullptr) end = std::max(end, component->dEnd);
+      if (component != nullptr) end = std::max(end, double{component->dEnd});
     }
   }
   return end;
