@@ -48,19 +48,25 @@ uint32_t TakeLength(const uint8_t*& data, size_t& size) {
     data += sizeof(length);
     size -= sizeof(length);
   }
-  return length > size ? static_cast<uint32_t>(size) : length;
+  return length;
+}
+
+// length, cut to what is left.
+size_t Within(uint32_t length, size_t size) {
+  return length > size ? size : length;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  uint32_t projectLength = TakeLength(data, size);
+  const uint32_t projectLength = TakeLength(data, size);
   const uint32_t timelineLength = TakeLength(data, size);
   const std::string& tree = Tree();
-  Write(tree + "/Demo/Demo.qzpj", data, projectLength);
-  data += projectLength;
-  size -= projectLength;
-  const uint32_t timeline = timelineLength > size ? static_cast<uint32_t>(size) : timelineLength;
+  const size_t head = Within(projectLength, size);
+  Write(tree + "/Demo/Demo.qzpj", data, head);
+  data += head;
+  size -= head;
+  const size_t timeline = Within(timelineLength, size);
   Write(tree + "/Demo/Database/Timeline/Timeline1.Qzt", data, timeline);
   Write(tree + "/Demo/Database/Repository/Repository1.Qzr", data + timeline, size - timeline);
   CProject project;
