@@ -76,6 +76,9 @@ TEST_F(ToolTest, DumpHoldsEveryRecordUnderItsFieldNames) {
   EXPECT_EQ(dump["project"]["szMagic"], ".qzpj");
   EXPECT_EQ(dump["project"]["iTimelineCount"], 2);
   EXPECT_EQ(dump["videoMode"]["iFrameTime"], 400000);
+  EXPECT_EQ(dump["timelineEntries"],
+            json::parse(R"([{"szName":"Timeline1"},{"szName":"Second"}])"));
+  EXPECT_EQ(dump["repositoryEntries"], json::parse(R"([{"szName":"Repository1"}])"));
   ASSERT_EQ(dump["timelines"].size(), 2u);
   const json& first = dump["timelines"][0];
   EXPECT_EQ(first["szName"], "Timeline1");
@@ -104,6 +107,7 @@ TEST_F(ToolTest, DumpOfOneTimelineHoldsOnlyThatTimeline) {
   const json dump = json::parse(run.out);
   EXPECT_FALSE(dump.contains("project"));
   EXPECT_FALSE(dump.contains("repositories"));
+  EXPECT_FALSE(dump.contains("timelineEntries"));
   ASSERT_EQ(dump["timelines"].size(), 1u);
   EXPECT_EQ(dump["timelines"][0]["szName"], "Second");
   const ToolRun missing = Tool({"dump", path, "--json", "--timeline", "Nope"});

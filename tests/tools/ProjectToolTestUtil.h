@@ -9,12 +9,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "files/AppDirectories.h"
@@ -45,6 +48,9 @@ inline std::string ReadText(const std::string& path) {
   return text.str();
 }
 
+inline constexpr int kRunLimitSeconds = 60;
+inline constexpr int kTimedOut = 124;
+
 // Runs program with args (no shell), stdout and stderr into files of scratch.
 inline ToolRun RunProgram(const std::string& program, const std::vector<std::string>& args,
                           const std::string& scratch,
@@ -69,7 +75,20 @@ inline ToolRun RunProgram(const std::string& program, const std::vector<std::str
   }
   ToolRun run;
   int status = 0;
-  ::waitpid(child, &status, 0);
+  // A child that hangs is killed and reported as 124, as timeout(1) does.
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(kRunLimitSeconds);
+  while (::waitpid(child, &status, WNOHANG) == 0) {
+    if (std::chrono::steady_clock::now() > deadline) {
+      ::kill(child, SIGKILL);
+      ::waitpid(child, &status, 0);
+      run.exitCode = kTimedOut;
+      run.err = ReadText(errPath) + "\n(killed after " + std::to_string(kRunLimitSeconds) + " s)";
+      fs::remove(outPath);
+      fs::remove(errPath);
+      return run;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
   // A crash shows as a signal: never an exit code the tool could give.
   run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   run.out = ReadText(outPath);

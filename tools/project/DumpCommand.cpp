@@ -260,6 +260,14 @@ json VideoMode(const CDeviceMode& mode) {
 #undef TACHYRUN_JSON_FIELD
 #undef TACHYRUN_JSON_TEXT
 
+// The name entries of the project file, as read (a failed read leaves an
+// empty name).
+json Entries(const std::vector<NamedFile>& files) {
+  json out = json::array();
+  for (const NamedFile& file : files) out.push_back({{"szName", file.name}});
+  return out;
+}
+
 json Findings(const std::vector<Finding>& findings) {
   json out = json::array();
   for (const Finding& finding : findings)
@@ -286,6 +294,8 @@ int RunDump(const std::vector<std::string>& args) {
     out["timelines"] = json::array({Timeline(*timeline)});
   } else {
     out["project"] = Head(project.projectData);
+    out["timelineEntries"] = Entries(reader.Timelines());
+    out["repositoryEntries"] = Entries(reader.Repositories());
     out["videoMode"] = VideoMode(project.videoMode);
     json timelines = json::array();
     for (CTimeline* timeline : project.pTimelineList->m_aItems) {
