@@ -1,6 +1,8 @@
 #include "files/AppDirectories.h"
 
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <initializer_list>
 
 #include "files/CurrentDrive.h"
@@ -73,6 +75,35 @@ void TakeBase(const char* programPath, PathSlot& base) {
   }
 }
 
+// An installed program lives in <prefix>/bin beside <prefix>/share/tachyrun,
+// a folder no user may write. There the application directory (where the
+// template is read) is <prefix>/share/tachyrun and the writable folders go
+// under $XDG_DATA_HOME/tachyrun (~/.local/share/tachyrun). False, with both
+// slots untouched, for any other program folder, such as a build tree.
+bool TakeInstalledLayout(const PathSlot& base, PathSlot& appDir, PathSlot& writable) {
+  namespace fs = std::filesystem;
+  const fs::path bin(base);
+  if (bin.filename() != "bin") return false;
+  const fs::path shared = bin.parent_path() / "share" / "tachyrun";
+  std::error_code error;
+  if (!fs::is_directory(shared, error)) return false;
+  fs::path data;
+  const char* xdg = std::getenv("XDG_DATA_HOME");
+  const char* home = std::getenv("HOME");
+  // A relative XDG_DATA_HOME is invalid and is ignored, as the rule says.
+  if (xdg != nullptr && xdg[0] == '/') {
+    data = fs::path(xdg) / "tachyrun";
+  } else if (home != nullptr && home[0] != '\0') {
+    data = fs::path(home) / ".local" / "share" / "tachyrun";
+  } else {
+    return false;
+  }
+  fs::create_directories(data, error);
+  CopyPathText(appDir, shared.string().c_str());
+  CopyPathText(writable, data.string().c_str());
+  return true;
+}
+
 void MakeAllDirectories() {
   // Parents before their children.
   for (const char* dir : {g_ExportDir, g_DataDir, g_EffectsDir, g_EfxDir, g_TfxDir, g_ThumbsDir,
@@ -94,15 +125,21 @@ int32_t InitAppDirectories(uint8_t createAll) {
 int32_t InitAppDirectoriesFrom(const char* programPath, uint8_t createAll) {
   PathSlot base;
   TakeBase(programPath == nullptr ? "" : programPath, base);
+  // From a build tree both are the program's folder.
+  PathSlot appDir;
+  PathSlot writable;
+  CopyPathText(appDir, base);
+  CopyPathText(writable, base);
+  TakeInstalledLayout(base, appDir, writable);
 
-  CopyPathText(g_AppDir, base);
-  BuildSlot(g_TmpDir, base, "Tmp");
+  CopyPathText(g_AppDir, appDir);
+  BuildSlot(g_TmpDir, writable, "Tmp");
   platform::MakeDirectory(g_TmpDir);  // the one directory made in every case
 
-  BuildSlot(g_DataDir, base, "Data");
-  BuildSlot(g_PresetsDir, base, "WinPresets");
-  BuildSlot(g_ExportDir, base, "Export");
-  BuildSlot(g_EffectsDir, base, "Effects");
+  BuildSlot(g_DataDir, writable, "Data");
+  BuildSlot(g_PresetsDir, writable, "WinPresets");
+  BuildSlot(g_ExportDir, writable, "Export");
+  BuildSlot(g_EffectsDir, writable, "Effects");
   BuildSlot(g_EfxDir, g_EffectsDir, "Efx");
   BuildSlot(g_TfxDir, g_EffectsDir, "Tfx");
   BuildSlot(g_ThumbsDir, g_EffectsDir, "Thumbs");

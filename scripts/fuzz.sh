@@ -6,10 +6,13 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-10}
+# Absolute paths: a target that moves the current directory (opening a
+# project does) must still find its corpus and artifact folders.
+out="$PWD/build/fuzz"
 
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)"
-mkdir -p build/fuzz/artifacts
+mkdir -p "$out/artifacts"
 mapfile -t targets < <(find build/fuzz/fuzz -type f -executable -name 'fuzz_*' | sort)
 if [ ${#targets[@]} -eq 0 ]; then
   echo "fuzz: no targets built"
@@ -17,7 +20,7 @@ if [ ${#targets[@]} -eq 0 ]; then
 fi
 for target in "${targets[@]}"; do
   name=$(basename "$target")
-  corpus="build/fuzz/corpus/$name"
+  corpus="$out/corpus/$name"
   mkdir -p "$corpus"
   seeds="fuzz/seeds/$name"
   [ -d "$seeds" ] && cp -n "$seeds"/* "$corpus"/ 2>/dev/null || true
@@ -25,7 +28,7 @@ for target in "${targets[@]}"; do
   [ -f "fuzz/flags/$name" ] && mapfile -t flags < <(grep -v '^#' "fuzz/flags/$name")
   echo "fuzz: $name for ${seconds}s ${flags[*]}"
   "$target" -max_total_time="$seconds" -rss_limit_mb=2048 -print_final_stats=0 "${flags[@]}" \
-    -artifact_prefix=build/fuzz/artifacts/"$name"- "$corpus" 2>build/fuzz/"$name".log ||
-    { tail -n 60 build/fuzz/"$name".log; echo "fuzz: $name FAILED"; exit 1; }
+    -artifact_prefix="$out/artifacts/$name-" "$corpus" 2>"$out/$name.log" ||
+    { tail -n 60 "$out/$name.log"; echo "fuzz: $name FAILED"; exit 1; }
 done
 echo "fuzz: ${#targets[@]} targets ran clean"

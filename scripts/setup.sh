@@ -25,6 +25,8 @@ PACKAGES=(
   gstreamer1.0-plugins-good
   # parsers that check the headless runner's metrics output in the tests
   prometheus python3-prometheus-client
+  # project tool: JSON output, its schema check, and MLT as the peer reading its exports
+  nlohmann-json3-dev python3-jsonschema melt
 )
 
 missing=()
